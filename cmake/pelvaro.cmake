@@ -1,0 +1,41 @@
+# How a piece of the project is built: the same warnings everywhere, one library a folder, tests beside the code.
+option(PELVARO_SANITIZE "address and undefined-behaviour sanitizers" OFF)
+option(PELVARO_FUZZ "build the fuzzers" OFF)
+
+add_library(pelvaro_flags INTERFACE)
+target_compile_features(pelvaro_flags INTERFACE cxx_std_20)
+target_compile_options(pelvaro_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wimplicit-fallthrough -Werror -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
+if(PELVARO_SANITIZE)
+  target_compile_options(pelvaro_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+    -fno-omit-frame-pointer -D_GLIBCXX_ASSERTIONS)
+  target_link_options(pelvaro_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(PELVARO_FUZZ)
+  target_compile_options(pelvaro_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  target_link_options(pelvaro_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(WIN32)
+  target_compile_options(pelvaro_flags INTERFACE -fstack-protector-strong)
+endif()
+
+# pelvaro_library(NAME SOURCES ... [DEPS ...]): a static library; includes are written from the root of src/.
+function(pelvaro_library name)
+  cmake_parse_arguments(P "" "" "SOURCES;DEPS" ${ARGN})
+  add_library(${name} STATIC ${P_SOURCES})
+  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC ${P_DEPS} PRIVATE pelvaro_flags)
+  target_compile_features(${name} PUBLIC cxx_std_20)
+endfunction()
+
+# pelvaro_test(NAME SOURCES ... DEPS ...): a GoogleTest program; run by ctest natively, and under Wine in the win32 build.
+function(pelvaro_test name)
+  cmake_parse_arguments(P "" "" "SOURCES;DEPS" ${ARGN})
+  if(PELVARO_FUZZ OR NOT TARGET gtest_main)
+    return()
+  endif()
+  add_executable(${name} ${P_SOURCES})
+  target_link_libraries(${name} PRIVATE ${P_DEPS} pelvaro_flags gtest_main)
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src)
+  add_test(NAME ${name} COMMAND ${name})
+endfunction()
