@@ -4,8 +4,8 @@ option(PELVARO_FUZZ "build the fuzzers" OFF)
 
 add_library(pelvaro_flags INTERFACE)
 target_compile_features(pelvaro_flags INTERFACE cxx_std_20)
-target_compile_options(pelvaro_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
-  -Woverloaded-virtual -Wimplicit-fallthrough -Werror -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
+target_compile_options(pelvaro_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow
+  $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual> -Wimplicit-fallthrough -Werror -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
 if(PELVARO_SANITIZE)
   target_compile_options(pelvaro_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
     -fno-omit-frame-pointer -D_GLIBCXX_ASSERTIONS)
@@ -16,7 +16,8 @@ if(PELVARO_FUZZ)
   target_link_options(pelvaro_flags INTERFACE -fsanitize=address,undefined)
 endif()
 if(WIN32)
-  target_compile_options(pelvaro_flags INTERFACE -fstack-protector-strong)
+  target_compile_options(pelvaro_flags INTERFACE $<$<NOT:$<COMPILE_LANGUAGE:RC>>:-fstack-protector-strong>)
+  target_link_options(pelvaro_flags INTERFACE -fstack-protector-strong)
 endif()
 
 # pelvaro_library(NAME SOURCES ... [DEPS ...]): a static library; includes are written from the root of src/.

@@ -9,6 +9,7 @@ namespace pelvaro::ras {
 
 // Result codes that the program looks at (raserror.h, winerror.h).
 constexpr std::uint32_t kErrorBufferTooSmall = 603;
+constexpr std::uint32_t kErrorInvalidSize = 632;
 constexpr std::uint32_t kErrorCannotFindPhonebookEntry = 623;
 
 // RasDialA's notifier type for "post the dial event message to this window" (ras.h).

@@ -1,0 +1,17 @@
+// What the program is told about where it runs.
+#pragma once
+
+#include <string>
+
+namespace pelvaro {
+
+// The program's title, the caption of its message boxes.
+constexpr const char* kApplicationTitle = "Pelvaro";
+
+struct Environment {
+  virtual ~Environment() = default;
+  // The folder of the running executable, without a backslash at its end.
+  virtual std::string programFolder() = 0;
+};
+
+}  // namespace pelvaro

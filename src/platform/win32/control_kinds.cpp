@@ -1,0 +1,27 @@
+// Which native control each kind of control is.
+#include "platform/win32/animation_window.h"
+#include "platform/win32/button_window.h"
+#include "platform/win32/label_window.h"
+#include "platform/win32/list_view_window.h"
+#include "platform/win32/text_box_window.h"
+
+namespace pelvaro::win32 {
+
+std::shared_ptr<ControlPeer> createControlWindow(const ControlLayout& layout, ControlEvents& events,
+                                                 const ControlSurroundings& surroundings) {
+  switch (layout.kind) {
+    case ControlKind::label:
+    case ControlKind::picture: return std::make_shared<LabelWindow>(layout, events, surroundings);
+    case ControlKind::pictureButton:
+    case ControlKind::closeMark:
+    case ControlKind::minimiseMark:
+    case ControlKind::commandButton: return std::make_shared<ButtonWindow>(layout, events, surroundings);
+    case ControlKind::textBox:
+    case ControlKind::passwordBox: return std::make_shared<TextBoxWindow>(layout, events, surroundings);
+    case ControlKind::listView: return std::make_shared<ListViewWindow>(layout, events, surroundings);
+    case ControlKind::animation: return std::make_shared<AnimationWindow>(layout, events, surroundings);
+  }
+  return nullptr;
+}
+
+}  // namespace pelvaro::win32

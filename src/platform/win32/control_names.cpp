@@ -1,0 +1,24 @@
+#include "platform/win32/control_names.h"
+
+namespace pelvaro::win32 {
+
+namespace {
+constexpr const char* kProperty = "ControlName";
+}  // namespace
+
+void nameControl(HWND window, const char* name) {
+  const ATOM atom = ::GlobalAddAtomA(name);
+  if (atom != 0) ::SetPropA(window, kProperty, reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(atom)));
+}
+
+bool hasControlName(HWND window, const char* name) {
+  const auto atom = static_cast<ATOM>(reinterpret_cast<ULONG_PTR>(::GetPropA(window, kProperty)));
+  return atom != 0 && atom == ::GlobalFindAtomA(name);
+}
+
+void unnameControl(HWND window) {
+  const auto atom = static_cast<ATOM>(reinterpret_cast<ULONG_PTR>(::RemovePropA(window, kProperty)));
+  if (atom != 0) ::GlobalDeleteAtom(atom);
+}
+
+}  // namespace pelvaro::win32

@@ -1,0 +1,119 @@
+#include "platform/win32/control_window.h"
+
+#include "platform/win32/control_names.h"
+
+namespace pelvaro::win32 {
+
+namespace {
+// Identifiers only tell a control's messages apart; 1 and 2 are taken by Enter and Esc.
+constexpr int kFirstIdentifier = 100;
+int g_nextIdentifier = kFirstIdentifier;
+}  // namespace
+
+ControlWindow::ControlWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings)
+    : layout_(layout),
+      events_(events),
+      form_(surroundings.form),
+      formEvents_(surroundings.formEvents),
+      metrics_(surroundings.metrics),
+      loop_(surroundings.loop),
+      tooltips_(surroundings.tooltips),
+      text_(layout.caption),
+      picture_(layout.picture) {}
+
+ControlWindow::~ControlWindow() {
+  if (window_) {
+    ::SetWindowLongA(window_, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(platformProcedure_)));
+    ::SetWindowLongA(window_, GWL_USERDATA, 0);
+    unnameControl(window_);
+    ::DestroyWindow(window_);
+  }
+  if (brush_) ::DeleteObject(brush_);
+}
+
+void ControlWindow::create(const char* windowClass, DWORD style) {
+  const RECT place = metrics_.scaled(layout_.place);
+  if (++g_nextIdentifier > 0x7FFF) g_nextIdentifier = kFirstIdentifier;
+  window_ = ::CreateWindowExA(0, windowClass, layout_.caption, WS_CHILD | (layout_.visible ? WS_VISIBLE : 0) | style,
+                              place.left, place.top, place.right - place.left, place.bottom - place.top, form_,
+                              reinterpret_cast<HMENU>(static_cast<ULONG_PTR>(g_nextIdentifier)),
+                              ::GetModuleHandleA(nullptr), nullptr);
+  nameControl(window_, layout_.name);
+  ::SetWindowLongA(window_, GWL_USERDATA, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(this)));
+  platformProcedure_ = reinterpret_cast<WNDPROC>(static_cast<ULONG_PTR>(::SetWindowLongA(
+      window_, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(&ControlWindow::procedure)))));
+  ::SendMessageA(window_, WM_SETFONT, reinterpret_cast<WPARAM>(metrics_.font()), FALSE);
+}
+
+ControlWindow* ControlWindow::of(HWND window) {
+  if (!window || ::GetWindowLongA(window, GWL_WNDPROC) !=
+                     static_cast<LONG>(reinterpret_cast<ULONG_PTR>(&ControlWindow::procedure))) {
+    return nullptr;
+  }
+  return reinterpret_cast<ControlWindow*>(static_cast<ULONG_PTR>(::GetWindowLongA(window, GWL_USERDATA)));
+}
+
+LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {
+  auto* self = reinterpret_cast<ControlWindow*>(static_cast<ULONG_PTR>(::GetWindowLongA(window, GWL_USERDATA)));
+  if (!self) return ::DefWindowProcA(window, number, wParam, lParam);
+  // An event may unload the form and with it this object; it lives until the message is done.
+  const std::shared_ptr<ControlWindow> keep = self->weak_from_this().lock();
+  if (number == WM_NCDESTROY) {
+    unnameControl(window);
+    const WNDPROC platform = self->platformProcedure_;
+    self->window_ = nullptr;
+    return ::CallWindowProcA(platform, window, number, wParam, lParam);
+  }
+  const LRESULT result = self->message(number, wParam, lParam);
+  if (number == WM_SETTEXT) self->text_ = reinterpret_cast<const char*>(lParam) ? reinterpret_cast<const char*>(lParam) : "";
+  return result;
+}
+
+LRESULT ControlWindow::passOn(UINT number, WPARAM wParam, LPARAM lParam) {
+  if (!window_) return 0;
+  return ::CallWindowProcA(platformProcedure_, window_, number, wParam, lParam);
+}
+
+LRESULT ControlWindow::message(UINT number, WPARAM wParam, LPARAM lParam) { return passOn(number, wParam, lParam); }
+
+void ControlWindow::setText(const std::string& text) { ::SetWindowTextA(window_, text.c_str()); }
+
+void ControlWindow::setVisible(bool visible) { ::ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE); }
+
+void ControlWindow::setEnabled(bool enabled) {
+  ::EnableWindow(window_, enabled);
+  repaint();
+}
+
+void ControlWindow::setColours(Colours colours) {
+  colours_ = colours;
+  if (brush_) ::DeleteObject(brush_);
+  brush_ = ::CreateSolidBrush(colours.background);
+  repaint();
+}
+
+void ControlWindow::setPicture(Picture picture, Look look) {
+  picture_ = picture;
+  look_ = look;
+  repaint();
+}
+
+void ControlWindow::focus() { ::SetFocus(window_); }
+
+HBRUSH ControlWindow::ground(HDC dc) {
+  ::SetBkColor(dc, colours_.background);
+  ::SetTextColor(dc, colours_.text);
+  return brush_;
+}
+
+COLORREF ControlWindow::formColour() const {
+  return static_cast<COLORREF>(::SendMessageA(form_, kAskFormColour, 0, 0));
+}
+
+RECT ControlWindow::client() const {
+  RECT area{};
+  ::GetClientRect(window_, &area);
+  return area;
+}
+
+}  // namespace pelvaro::win32

@@ -1,0 +1,91 @@
+// What all native controls share: a child window of the platform's own class whose procedure is subclassed, its name
+// for scripts, its colours, and the guard around its events. One derived class a native control.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/control_peer.h"
+#include "platform/win32/event_loop.h"
+#include "platform/win32/screen_metrics.h"
+
+namespace pelvaro::win32 {
+
+// A message to a form's window: gives the colour of its surface.
+constexpr UINT kAskFormColour = WM_APP + 1;
+
+// What a control needs of the screen and of the form that it lies on.
+struct ControlSurroundings {
+  HWND form;
+  FormEvents& formEvents;
+  ScreenMetrics& metrics;
+  MessageLoop& loop;
+  HWND tooltips;
+};
+
+class ControlWindow : public ControlPeer, public std::enable_shared_from_this<ControlWindow> {
+ public:
+  ~ControlWindow() override;
+  ControlWindow(const ControlWindow&) = delete;
+  ControlWindow& operator=(const ControlWindow&) = delete;
+
+  void readText(std::string& text) override { text = text_; }
+  void setText(const std::string& text) override;
+  void setVisible(bool visible) override;
+  void setEnabled(bool enabled) override;
+  void setColours(Colours colours) override;
+  void setPicture(Picture picture, Look look) override;
+  void focus() override;
+
+  // What the form hands on of the control's notifications. Give a result where one is asked for.
+  virtual void command(WORD /*notification*/) {}
+  virtual LRESULT notified(NMHDR& /*header*/) { return 0; }
+  virtual void draw(DRAWITEMSTRUCT& /*item*/) {}
+  // The ground brush for WM_CTLCOLOR..., with the colours set in `dc`.
+  virtual HBRUSH ground(HDC dc);
+
+  HWND window() const { return window_; }
+  // The control that a window belongs to, null for others.
+  static ControlWindow* of(HWND window);
+
+ protected:
+  ControlWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings);
+
+  // Makes the window and takes its procedure over. Called by the constructor of each kind.
+  void create(const char* windowClass, DWORD style);
+  // A message to the control. The default passes it on to the platform's procedure.
+  virtual LRESULT message(UINT number, WPARAM wParam, LPARAM lParam);
+  LRESULT passOn(UINT number, WPARAM wParam, LPARAM lParam);
+  void repaint() const { ::InvalidateRect(window_, nullptr, FALSE); }
+  bool focused() const { return ::GetFocus() == window_; }
+  bool enabled() const { return ::IsWindowEnabled(window_) != FALSE; }
+  int scaled(int length) const { return metrics_.scaled(length); }
+  RECT client() const;
+  // The colour of the form's surface.
+  COLORREF formColour() const;
+
+  const ControlLayout& layout_;
+  ControlEvents& events_;
+  const HWND form_;
+  FormEvents& formEvents_;
+  ScreenMetrics& metrics_;
+  MessageLoop& loop_;
+  HWND tooltips_;
+  HWND window_ = nullptr;
+  std::string text_;  // what WM_GETTEXT gives, kept in step by watching WM_SETTEXT
+  Colours colours_{0xFFFFFF, 0};
+  Picture picture_;
+  Look look_ = Look::normal;
+
+ private:
+  static LRESULT CALLBACK procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam);
+
+  WNDPROC platformProcedure_ = nullptr;
+  HBRUSH brush_ = nullptr;
+};
+
+// Makes the native control of a layout row.
+std::shared_ptr<ControlPeer> createControlWindow(const ControlLayout& layout, ControlEvents& events,
+                                                 const ControlSurroundings& surroundings);
+
+}  // namespace pelvaro::win32

@@ -1,0 +1,12 @@
+// Where the program runs, as the system tells it.
+#pragma once
+
+#include "platform/environment.h"
+
+namespace pelvaro::win32 {
+
+struct SystemEnvironment : Environment {
+  std::string programFolder() override;
+};
+
+}  // namespace pelvaro::win32

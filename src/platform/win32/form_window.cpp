@@ -1,0 +1,333 @@
+#include "platform/win32/form_window.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "platform/win32/button_window.h"
+#include "platform/win32/control_names.h"
+#include "platform/win32/paint.h"
+#include "platform/win32/resource_ids.h"
+
+namespace pelvaro::win32 {
+
+namespace {
+
+constexpr DWORD kStyle = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | WS_MINIMIZEBOX;
+constexpr int kGap = 8;  // between windows that would cover each other, at 96 dpi
+
+MouseButton heldButton(WPARAM keys) {
+  if (keys & MK_LBUTTON) return MouseButton::left;
+  return keys & MK_RBUTTON ? MouseButton::right : MouseButton::none;
+}
+
+FormWindow* formOf(HWND window) {
+  return reinterpret_cast<FormWindow*>(static_cast<ULONG_PTR>(::GetWindowLongA(window, GWL_USERDATA)));
+}
+
+RECT workArea(HWND window) {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  ::GetMonitorInfoA(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+  return monitor.rcWork;
+}
+
+}  // namespace
+
+// One timer of a form. Its identifier is its place in the form's list, counted from 1.
+class WindowTimer : public TimerPeer {
+ public:
+  WindowTimer(FormWindow& form, TimerEvents& events) : form_(form) {
+    form_.timers_.push_back(&events);
+    identifier_ = form_.timers_.size();
+  }
+  ~WindowTimer() override {
+    stop();
+    form_.timers_[identifier_ - 1] = nullptr;
+  }
+  void start(int milliseconds) override {
+    ::SetTimer(form_.window_, identifier_, static_cast<UINT>(milliseconds), nullptr);
+  }
+  void stop() override { ::KillTimer(form_.window_, identifier_); }
+  void tickSoon() override { ::PostMessageA(form_.window_, WM_TIMER, identifier_, 0); }
+
+ private:
+  FormWindow& form_;
+  UINT_PTR identifier_;
+};
+
+std::shared_ptr<FormPeer> FormScreen::createForm(const FormLayout& layout, FormEvents& events) {
+  auto form = std::make_shared<FormWindow>(*this, layout, events);
+  forms_.push_back(form.get());
+  return form;
+}
+
+HWND FormScreen::mainWindow() const { return forms_.empty() ? nullptr : forms_.front()->window(); }
+
+HWND FormScreen::activeWindow() const {
+  const HWND active = ::GetActiveWindow();
+  for (const FormWindow* form : forms_) {
+    if (form->window() == active && ::IsWindowVisible(active)) return active;
+  }
+  const HWND main = mainWindow();
+  return main && ::IsWindowVisible(main) ? main : nullptr;
+}
+
+std::vector<HWND> FormScreen::disableOthers(const FormWindow* except) {
+  std::vector<HWND> disabled;
+  for (const FormWindow* form : forms_) {
+    const HWND window = form->window();
+    if (form == except || !::IsWindowVisible(window) || !::IsWindowEnabled(window)) continue;
+    ::EnableWindow(window, FALSE);
+    disabled.push_back(window);
+  }
+  return disabled;
+}
+
+void FormScreen::enable(const std::vector<HWND>& windows) {
+  for (const HWND window : windows) ::EnableWindow(window, TRUE);
+}
+
+void FormScreen::forget(FormWindow* form) { std::erase(forms_, form); }
+
+FormWindow::FormWindow(FormScreen& screen, const FormLayout& layout, FormEvents& events)
+    : screen_(screen), layout_(layout), events_(events) {
+  const std::string className = std::string("Pelvaro.") + layout.name;
+  WNDCLASSEXA windowClass{};
+  windowClass.cbSize = sizeof windowClass;
+  windowClass.lpfnWndProc = &FormWindow::procedure;
+  windowClass.hInstance = ::GetModuleHandleA(nullptr);
+  windowClass.hCursor = ::LoadCursorA(nullptr, IDC_ARROW);
+  windowClass.hIcon = ::LoadIconA(windowClass.hInstance, MAKEINTRESOURCEA(PELVARO_ICON_APPLICATION));
+  windowClass.hIconSm = screen.metrics().icon(Picture::application, ::GetSystemMetrics(SM_CXSMICON), false);
+  windowClass.lpszClassName = className.c_str();
+  ::RegisterClassExA(&windowClass);  // fails harmlessly when it is registered already
+
+  const HWND owner = screen.mainWindow();
+  const RECT size = screen.metrics().scaled(Rect96{0, 0, layout.width, layout.height});
+  window_ = ::CreateWindowExA(WS_EX_CONTROLPARENT | (owner ? 0 : WS_EX_APPWINDOW), className.c_str(), layout.title, kStyle,
+                              0, 0, size.right, size.bottom, owner, nullptr, windowClass.hInstance, nullptr);
+  ::SetWindowLongA(window_, GWL_USERDATA, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(this)));
+  tooltips_ = ::CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0,
+                                window_, nullptr, windowClass.hInstance, nullptr);
+}
+
+FormWindow::~FormWindow() { destroy(); }
+
+void FormWindow::destroy() {
+  if (!window_) return;
+  endModal();
+  screen_.forget(this);
+  const HWND window = window_;
+  window_ = nullptr;
+  ::SetWindowLongA(window, GWL_USERDATA, 0);
+  ::DestroyWindow(window);
+}
+
+std::shared_ptr<ControlPeer> FormWindow::createControl(const ControlLayout& layout, ControlEvents& events) {
+  auto control =
+      createControlWindow(layout, events, {window_, events_, screen_.metrics(), screen_.loop(), tooltips_});
+  if (layout_.defaultButton && std::strcmp(layout.name, layout_.defaultButton) == 0) {
+    if (auto* button = dynamic_cast<ButtonWindow*>(control.get())) button->setDefault(true);
+  }
+  return control;
+}
+
+std::unique_ptr<TimerPeer> FormWindow::createTimer(TimerEvents& events) {
+  return std::make_unique<WindowTimer>(*this, events);
+}
+
+void FormWindow::setColours(Colours colours) {
+  colours_ = colours;
+  ::InvalidateRect(window_, nullptr, TRUE);
+}
+
+HWND FormWindow::child(const char* name) const {
+  if (!name) return nullptr;
+  for (HWND window = ::GetWindow(window_, GW_CHILD); window; window = ::GetWindow(window, GW_HWNDNEXT)) {
+    if (hasControlName(window, name)) return window;
+  }
+  return nullptr;
+}
+
+// The main form in the middle of the screen, the others over the middle of the main one and below each other.
+void FormWindow::place() {
+  if (placed_) return;
+  placed_ = true;
+  RECT own{};
+  ::GetWindowRect(window_, &own);
+  const int width = static_cast<int>(own.right - own.left);
+  const int height = static_cast<int>(own.bottom - own.top);
+  const HWND main = screen_.mainWindow();
+  const RECT work = workArea(main);
+  RECT around = work;
+  if (window_ != main && ::IsWindowVisible(main) && !::IsIconic(main)) ::GetWindowRect(main, &around);
+  int left = static_cast<int>(around.left + around.right - width) / 2;
+  int top = static_cast<int>(around.top + around.bottom - height) / 2;
+  for (const FormWindow* other : screen_.forms()) {
+    if (other == this || other->window() == main || !::IsWindowVisible(other->window())) continue;
+    RECT taken{};
+    ::GetWindowRect(other->window(), &taken);
+    const RECT wanted{left, top, left + width, top + height};
+    RECT common{};
+    if (::IntersectRect(&common, &taken, &wanted)) top = static_cast<int>(taken.bottom) + screen_.metrics().scaled(kGap);
+  }
+  left = std::max<int>(work.left, std::min<int>(left, work.right - width));
+  top = std::max<int>(work.top, std::min<int>(top, work.bottom - height));
+  ::SetWindowPos(window_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::show(bool modal) {
+  place();
+  if (modal && disabled_.empty()) disabled_ = screen_.disableOthers(this);
+  if (::IsIconic(window_)) ::ShowWindow(window_, SW_RESTORE);
+  if (!lastFocus_) lastFocus_ = child(layout_.firstFocus);
+  ::ShowWindow(window_, SW_SHOW);
+  ::SetForegroundWindow(window_);
+  if (lastFocus_ && ::GetActiveWindow() == window_) ::SetFocus(lastFocus_);
+  ::RedrawWindow(window_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+void FormWindow::endModal() {
+  // Before the form goes, so that the system activates one of our own windows and not another program's.
+  FormScreen::enable(disabled_);
+  disabled_.clear();
+}
+
+void FormWindow::hide() {
+  endModal();
+  ::ShowWindow(window_, SW_HIDE);
+  lastFocus_ = nullptr;
+}
+
+void FormWindow::moveBy(int dx, int dy) {
+  RECT own{};
+  ::GetWindowRect(window_, &own);
+  ::SetWindowPos(window_, nullptr, own.left + dx, own.top + dy, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::minimise() { ::ShowWindow(window_, SW_MINIMIZE); }
+
+LRESULT CALLBACK FormWindow::procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {
+  FormWindow* self = formOf(window);
+  if (!self) return ::DefWindowProcA(window, number, wParam, lParam);
+  const std::shared_ptr<FormWindow> keep = self->weak_from_this().lock();  // an event may unload the form
+  return self->message(number, wParam, lParam);
+}
+
+LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
+  switch (number) {
+    case WM_ERASEBKGND: return 1;
+    case WM_PAINT: paint(); return 0;
+    case kAskFormColour: return static_cast<LRESULT>(colours_.background);
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MOUSEMOVE:
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_CAPTURECHANGED: mouse(number, wParam, lParam); return 0;
+    case WM_TIMER:
+      if (wParam >= 1 && wParam <= timers_.size() && timers_[wParam - 1]) {
+        screen_.loop().guarded([&] { timers_[wParam - 1]->ticked(); });
+      }
+      return 0;
+    case WM_COMMAND: command(wParam, lParam); return 0;
+    case WM_NOTIFY: return notified(*reinterpret_cast<NMHDR*>(lParam));
+    case WM_DRAWITEM:
+      if (auto& item = *reinterpret_cast<DRAWITEMSTRUCT*>(lParam); ControlWindow* control = ControlWindow::of(item.hwndItem)) {
+        control->draw(item);
+      }
+      return TRUE;
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORBTN:
+      if (ControlWindow* control = ControlWindow::of(reinterpret_cast<HWND>(lParam))) {
+        if (const HBRUSH ground = control->ground(reinterpret_cast<HDC>(wParam))) return reinterpret_cast<LRESULT>(ground);
+      }
+      break;
+    case WM_ACTIVATE: activation(LOWORD(wParam) != WA_INACTIVE); return 0;
+    case DM_GETDEFID:
+      if (const HWND button = child(layout_.defaultButton)) return MAKELRESULT(::GetDlgCtrlID(button), DC_HASDEFID);
+      return 0;
+    case WM_CLOSE: screen_.loop().guarded([this] { events_.closeRequested(); }); return 0;
+    case WM_SYSCOLORCHANGE:
+    case WM_SETTINGCHANGE: screen_.loop().guarded([this] { events_.coloursChanged(); }); return 0;
+    default: break;
+  }
+  return window_ ? ::DefWindowProcA(window_, number, wParam, lParam) : 0;
+}
+
+LRESULT FormWindow::notified(NMHDR& header) {
+  ControlWindow* control = ControlWindow::of(header.hwndFrom);
+  if (!control) return 0;
+  const std::shared_ptr<ControlWindow> keep = control->weak_from_this().lock();
+  return control->notified(header);
+}
+
+void FormWindow::command(WPARAM wParam, LPARAM lParam) {
+  if (lParam == 0) {
+    if (LOWORD(wParam) == IDCANCEL) screen_.loop().guarded([this] { events_.escapePressed(); });
+    return;
+  }
+  // Enter asks for the default button even while that is disabled.
+  const HWND sender = reinterpret_cast<HWND>(lParam);
+  ControlWindow* control = ::IsWindowEnabled(sender) ? ControlWindow::of(sender) : nullptr;
+  if (!control) return;
+  const std::shared_ptr<ControlWindow> keep = control->weak_from_this().lock();
+  control->command(HIWORD(wParam));
+}
+
+void FormWindow::mouse(UINT number, WPARAM wParam, LPARAM lParam) {
+  const int x = GET_X_LPARAM(lParam);
+  const int y = GET_Y_LPARAM(lParam);
+  const bool left = number == WM_LBUTTONDOWN || number == WM_LBUTTONUP;
+  const MouseButton button = left ? MouseButton::left : MouseButton::right;
+  screen_.loop().guarded([&] {
+    switch (number) {
+      case WM_LBUTTONDOWN:
+      case WM_RBUTTONDOWN:
+        pressed_ = true;
+        ::SetCapture(window_);
+        events_.mousePressed(button, x, y);
+        break;
+      case WM_MOUSEMOVE: events_.mouseMoved(heldButton(wParam), x, y); break;
+      case WM_CAPTURECHANGED:  // something else took the mouse: the release will not come
+        if (std::exchange(pressed_, false)) events_.mouseReleased(MouseButton::none, 0, 0);
+        break;
+      default:
+        pressed_ = false;
+        ::ReleaseCapture();
+        events_.mouseReleased(button, x, y);
+        break;
+    }
+  });
+}
+
+void FormWindow::activation(bool active) {
+  if (!active) {
+    const HWND focus = ::GetFocus();
+    if (focus && ::IsChild(window_, focus)) lastFocus_ = focus;
+    return;
+  }
+  if (lastFocus_ && ::IsWindow(lastFocus_) && !::IsIconic(window_)) ::SetFocus(lastFocus_);
+  screen_.loop().guarded([this] { events_.activated(); });
+}
+
+void FormWindow::paint() {
+  PAINTSTRUCT painting;
+  const HDC dc = ::BeginPaint(window_, &painting);
+  RECT area{};
+  ::GetClientRect(window_, &area);
+  const ScreenMetrics& metrics = screen_.metrics();
+  const bool contrast = metrics.highContrast();
+  fill(dc, area, colours_.background);
+  for (const Rect96& rule : layout_.rules) {
+    RECT line = metrics.scaled(rule);
+    if (rule.height <= 1) line.bottom = line.top + metrics.lineWidth();
+    fill(dc, line, contrast ? colours_.text : palette::kHairline);
+  }
+  frame(dc, area, contrast ? colours_.text : palette::kEdge, metrics.lineWidth());
+  ::EndPaint(window_, &painting);
+}
+
+}  // namespace pelvaro::win32

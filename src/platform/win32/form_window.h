@@ -1,0 +1,86 @@
+// Forms on the screen: borderless windows drawn in the program's own look, their timers, and which of them is modal.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/control_peer.h"
+#include "platform/win32/event_loop.h"
+#include "platform/win32/screen_metrics.h"
+
+namespace pelvaro::win32 {
+
+class FormWindow;
+
+// All forms that there are, in the order in which they were made; the first is the main one and owns the others.
+class FormScreen : public FormFactory {
+ public:
+  explicit FormScreen(MessageLoop& loop) : loop_(loop) {}
+
+  std::shared_ptr<FormPeer> createForm(const FormLayout& layout, FormEvents& events) override;
+  Colour systemColour(int index) override { return ::GetSysColor(index); }
+  bool highContrast() override { return metrics_.highContrast(); }
+
+  ScreenMetrics& metrics() { return metrics_; }
+  MessageLoop& loop() { return loop_; }
+  HWND mainWindow() const;
+  // The window that a message box belongs to: the active one of ours, else the main one.
+  HWND activeWindow() const;
+  // Keeps all forms but one (null for none) from input; gives those that took input until now.
+  std::vector<HWND> disableOthers(const FormWindow* except);
+  static void enable(const std::vector<HWND>& windows);
+  const std::vector<FormWindow*>& forms() const { return forms_; }
+  void forget(FormWindow* form);
+
+ private:
+  MessageLoop& loop_;
+  ScreenMetrics metrics_;
+  std::vector<FormWindow*> forms_;
+};
+
+class FormWindow : public FormPeer, public std::enable_shared_from_this<FormWindow> {
+ public:
+  FormWindow(FormScreen& screen, const FormLayout& layout, FormEvents& events);
+  ~FormWindow() override;
+  FormWindow(const FormWindow&) = delete;
+  FormWindow& operator=(const FormWindow&) = delete;
+
+  std::shared_ptr<ControlPeer> createControl(const ControlLayout& layout, ControlEvents& events) override;
+  std::unique_ptr<TimerPeer> createTimer(TimerEvents& events) override;
+  void setColours(Colours colours) override;
+  void destroy() override;
+  void show(bool modal) override;
+  void hide() override;
+  void moveBy(int dx, int dy) override;
+  void minimise() override;
+
+  HWND window() const { return window_; }
+
+ private:
+  friend class WindowTimer;
+  static LRESULT CALLBACK procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam);
+  LRESULT message(UINT number, WPARAM wParam, LPARAM lParam);
+  LRESULT notified(NMHDR& header);
+  void mouse(UINT number, WPARAM wParam, LPARAM lParam);
+  void activation(bool active);
+  void command(WPARAM wParam, LPARAM lParam);
+  void paint();
+  void place();
+  void endModal();
+  HWND child(const char* name) const;
+
+  FormScreen& screen_;
+  const FormLayout& layout_;
+  FormEvents& events_;
+  HWND window_ = nullptr;
+  HWND tooltips_ = nullptr;
+  HWND lastFocus_ = nullptr;
+  Colours colours_{0xFFFFFF, 0};
+  bool placed_ = false;
+  bool pressed_ = false;
+  std::vector<HWND> disabled_;  // what this form disabled while it is modal
+  std::vector<TimerEvents*> timers_;
+};
+
+}  // namespace pelvaro::win32

@@ -1,0 +1,89 @@
+#include "platform/win32/label_window.h"
+
+#include "platform/win32/paint.h"
+
+namespace pelvaro::win32 {
+
+namespace {
+
+// The columns of a figure, from the label's left edge at 96 dpi: where its number ends and where its unit begins.
+constexpr int kNumberEnd = 188;
+constexpr int kUnitBegin = 192;
+
+constexpr UINT kOneLine = DT_SINGLELINE | DT_VCENTER;
+
+}  // namespace
+
+LabelWindow::LabelWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings)
+    : ControlWindow(layout, events, surroundings) {
+  create("STATIC", SS_OWNERDRAW);
+}
+
+LRESULT LabelWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
+  if (number == WM_ERASEBKGND) return 1;  // the canvas covers everything
+  return passOn(number, wParam, lParam);
+}
+
+void LabelWindow::draw(DRAWITEMSTRUCT& item) {
+  const RECT area = client();
+  const Canvas canvas(item.hDC, area);
+  fill(canvas.dc(), area, colours_.background);
+  if (layout_.kind == ControlKind::picture) {
+    picture(canvas.dc(), metrics_, picture_, area, false);
+    return;
+  }
+  if (layout_.leftRule) {
+    const COLORREF rule = metrics_.highContrast() ? colours_.text : palette::kHairline;
+    fill(canvas.dc(), {area.left, area.top, area.left + metrics_.lineWidth(), area.bottom}, rule);
+  }
+  if (layout_.style == TextStyle::figure) {
+    drawFigure(canvas.dc(), area);
+  } else {
+    drawText(canvas.dc(), area);
+  }
+}
+
+void LabelWindow::drawText(HDC dc, RECT area) {
+  UINT format = kOneLine;
+  HFONT font = metrics_.font();
+  switch (layout_.style) {
+    case TextStyle::bold: font = metrics_.boldFont(); break;
+    case TextStyle::boldRight: font = metrics_.boldFont(); format |= DT_RIGHT; break;
+    case TextStyle::right: format |= DT_RIGHT | DT_END_ELLIPSIS; break;
+    case TextStyle::title: font = metrics_.boldFont(); format |= DT_END_ELLIPSIS; break;
+    case TextStyle::centred: format |= DT_CENTER | DT_END_ELLIPSIS; break;
+    case TextStyle::wrapped: format = DT_WORDBREAK; break;
+    case TextStyle::plain:
+    case TextStyle::figure: break;
+  }
+  if (layout_.style == TextStyle::wrapped) {
+    // Centred as a block: as many lines as the text takes.
+    RECT needed = area;
+    const HGDIOBJ before = ::SelectObject(dc, font);
+    ::DrawTextA(dc, text_.c_str(), -1, &needed, format | DT_CALCRECT | DT_NOPREFIX);
+    ::SelectObject(dc, before);
+    const LONG spare = (area.bottom - area.top) - (needed.bottom - needed.top);
+    if (spare > 0) area.top += spare / 2;
+  }
+  text(dc, text_, area, font, enabled() ? colours_.text : palette::kMuted, format);
+}
+
+// "caption: number unit" in three columns; a text of another form is drawn as it is.
+void LabelWindow::drawFigure(HDC dc, const RECT& area) {
+  const std::string_view whole = text_;
+  const auto colon = whole.find(": ");
+  if (colon == std::string_view::npos) return drawText(dc, area);
+  const std::string_view figure = whole.substr(colon + 2);
+  const auto blank = figure.find(' ');
+  const HFONT font = metrics_.font();
+  text(dc, whole.substr(0, colon + 1), area, font, colours_.text, kOneLine);
+  RECT number = area;
+  number.right = area.left + scaled(kNumberEnd);
+  text(dc, figure.substr(0, blank), number, font, colours_.text, kOneLine | DT_RIGHT);
+  if (blank == std::string_view::npos) return;
+  RECT unit = area;
+  unit.left += scaled(kUnitBegin);
+  text(dc, figure.substr(blank + 1), unit, font, colours_.text, kOneLine);
+}
+
+}  // namespace pelvaro::win32

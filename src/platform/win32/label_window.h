@@ -1,0 +1,22 @@
+// Labels and resting pictures: a static control that is drawn here. It lets the mouse through, so that the form is
+// moved by it too. https://learn.microsoft.com/windows/win32/controls/static-controls
+#pragma once
+
+#include "platform/win32/control_window.h"
+
+namespace pelvaro::win32 {
+
+class LabelWindow : public ControlWindow {
+ public:
+  LabelWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings);
+  void draw(DRAWITEMSTRUCT& item) override;
+
+ protected:
+  LRESULT message(UINT number, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  void drawText(HDC dc, RECT area);
+  void drawFigure(HDC dc, const RECT& area);
+};
+
+}  // namespace pelvaro::win32

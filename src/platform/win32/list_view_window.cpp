@@ -1,0 +1,191 @@
+#include "platform/win32/list_view_window.h"
+
+#include <cstring>
+
+#include "platform/win32/paint.h"
+
+namespace pelvaro::win32 {
+
+namespace {
+
+constexpr int kRowHeight = 24, kIconLeft = 7, kIconSize = 16, kTextLeft = 31, kTextRight = 6;
+
+}  // namespace
+
+ListViewWindow::ListViewWindow(const ControlLayout& layout, ControlEvents& events,
+                               const ControlSurroundings& surroundings)
+    : ControlWindow(layout, events, surroundings) {
+  create(WC_LISTVIEWA,
+         LVS_REPORT | LVS_SINGLESEL | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS | WS_BORDER | WS_TABSTOP);
+  ::SendMessageA(window_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+  rowHeight_ = ::ImageList_Create(1, scaled(kRowHeight) - 1, ILC_COLOR, 1, 0);
+  ::SendMessageA(window_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(rowHeight_));
+  LVCOLUMNA column{};
+  column.mask = LVCF_WIDTH;
+  column.cx = static_cast<int>(client().right) - ::GetSystemMetrics(SM_CXVSCROLL);
+  ::SendMessageA(window_, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
+}
+
+ListViewWindow::~ListViewWindow() {
+  if (window_) ::SendMessageA(window_, LVM_SETIMAGELIST, LVSIL_SMALL, 0);
+  ::ImageList_Destroy(rowHeight_);
+}
+
+void ListViewWindow::setColours(Colours colours) {
+  ControlWindow::setColours(colours);
+  ::SendMessageA(window_, LVM_SETBKCOLOR, 0, static_cast<LPARAM>(colours.background));
+  ::SendMessageA(window_, LVM_SETTEXTBKCOLOR, 0, static_cast<LPARAM>(colours.background));
+  ::SendMessageA(window_, LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(colours.text));
+}
+
+void ListViewWindow::setRowCount(int count) {
+  ::SendMessageA(window_, LVM_SETITEMCOUNT, static_cast<WPARAM>(count), 0);
+  repaint();
+}
+
+int ListViewWindow::selectedRow() {
+  return static_cast<int>(::SendMessageA(window_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), MAKELPARAM(LVNI_SELECTED, 0)));
+}
+
+void ListViewWindow::selectRow(int row) {
+  ours_ = true;
+  LVITEMA item{};
+  item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+  ::SendMessageA(window_, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
+  if (row >= 0) {
+    item.state = item.stateMask;
+    ::SendMessageA(window_, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    ::SendMessageA(window_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+  }
+  ours_ = false;
+}
+
+void ListViewWindow::reportClick() {
+  reported_ = true;
+  loop_.guarded([this] { events_.itemClicked(); });
+}
+
+void ListViewWindow::released(MouseButton button, int x, int y) {
+  rightPressed_ = false;
+  loop_.guarded([&] { events_.mouseReleased(button, x, y); });
+}
+
+LRESULT ListViewWindow::notified(NMHDR& header) {
+  switch (header.code) {
+    case static_cast<UINT>(LVN_GETDISPINFOA): giveText(reinterpret_cast<NMLVDISPINFOA&>(header).item); return 0;
+    case static_cast<UINT>(NM_CUSTOMDRAW): return drawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+    case static_cast<UINT>(LVN_ITEMCHANGED): {
+      const auto& change = reinterpret_cast<NMLISTVIEW&>(header);
+      const bool selected = (change.uNewState & LVIS_SELECTED) && !(change.uOldState & LVIS_SELECTED);
+      if (selected && change.iItem >= 0 && !ours_ && !rightPressed_) reportClick();
+      return 0;
+    }
+    case static_cast<UINT>(NM_CLICK):
+    case static_cast<UINT>(NM_RCLICK): {
+      // The platform reports a click at the button's release, and the release itself not at all. The row may have been
+      // selected before: it counts all the same.
+      const auto& click = reinterpret_cast<NMITEMACTIVATE&>(header);
+      if (click.iItem >= 0 && !reported_) reportClick();
+      const bool right = header.code == static_cast<UINT>(NM_RCLICK);
+      if (window_) released(right ? MouseButton::right : MouseButton::left, click.ptAction.x, click.ptAction.y);
+      return 0;
+    }
+    case static_cast<UINT>(LVN_BEGINRDRAG): released(MouseButton::right, 0, 0); return 0;
+    default: return 0;
+  }
+}
+
+LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
+  const int x = GET_X_LPARAM(lParam);
+  const int y = GET_Y_LPARAM(lParam);
+  switch (number) {
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN: {
+      const bool right = number == WM_RBUTTONDOWN;
+      reported_ = false;
+      rightPressed_ = right;
+      loop_.guarded([&] { events_.mousePressed(right ? MouseButton::right : MouseButton::left, x, y); });
+      break;
+    }
+    case WM_LBUTTONUP: released(MouseButton::left, x, y); break;
+    case WM_RBUTTONUP: released(MouseButton::right, x, y); break;
+    case WM_CONTEXTMENU:
+      if (lParam == -1) openMenuByKeyboard();
+      return 0;
+    case WM_NCPAINT: {
+      const LRESULT result = passOn(number, wParam, lParam);
+      drawFrame();
+      return result;
+    }
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: {
+      const LRESULT result = passOn(number, wParam, lParam);
+      if (window_) {
+        drawFrame();
+        repaint();
+      }
+      return result;
+    }
+    default: break;
+  }
+  return passOn(number, wParam, lParam);
+}
+
+// The menu key does what a right click on the selected row does.
+void ListViewWindow::openMenuByKeyboard() {
+  if (selectedRow() < 0) return;
+  loop_.guarded([this] { events_.mousePressed(MouseButton::right, 0, 0); });
+  reportClick();
+  if (window_) released(MouseButton::right, 0, 0);
+}
+
+void ListViewWindow::giveText(LVITEMA& item) {
+  if (item.mask & LVIF_IMAGE) item.iImage = I_IMAGENONE;
+  if (!(item.mask & LVIF_TEXT) || item.cchTextMax < 1) return;
+  std::string_view cell = events_.cellText(item.iItem, item.iSubItem);
+  const auto length = std::min(cell.size(), static_cast<std::size_t>(item.cchTextMax - 1));
+  std::memcpy(item.pszText, cell.data(), length);
+  item.pszText[length] = '\0';
+}
+
+LRESULT ListViewWindow::drawRow(NMLVCUSTOMDRAW& drawing) {
+  if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+  const HDC dc = drawing.nmcd.hdc;
+  const int row = static_cast<int>(drawing.nmcd.dwItemSpec);
+  RECT area{LVIR_BOUNDS, 0, 0, 0};
+  ::SendMessageA(window_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area));
+  const bool contrast = metrics_.highContrast();
+  const bool selected = ::SendMessageA(window_, LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) != 0;
+  COLORREF ground = colours_.background;
+  COLORREF ink = colours_.text;
+  if (selected) ground = focused() ? palette::kSelected : palette::kSelectedIdle;
+  if (selected && contrast) {
+    ground = ::GetSysColor(COLOR_HIGHLIGHT);
+    ink = ::GetSysColor(COLOR_HIGHLIGHTTEXT);
+  }
+  fill(dc, area, ground);
+  if (selected && !contrast) frame(dc, area, palette::kSelectedEdge, metrics_.lineWidth());
+  if (picture_ != Picture::none) {
+    const LONG left = area.left + scaled(kIconLeft);
+    picture(dc, metrics_, picture_, {left, area.top, left + scaled(kIconSize), area.bottom}, false);
+  }
+  RECT place = area;
+  place.left += scaled(kTextLeft);
+  place.right -= scaled(kTextRight);
+  text(dc, events_.cellText(row, 0), place, metrics_.font(), ink, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
+  return CDRF_SKIPDEFAULT;
+}
+
+void ListViewWindow::drawFrame() {
+  RECT whole{};
+  ::GetWindowRect(window_, &whole);
+  ::OffsetRect(&whole, -whole.left, -whole.top);
+  COLORREF edge = focused() ? palette::kAccent : palette::kEdge;
+  if (metrics_.highContrast()) edge = focused() ? ::GetSysColor(COLOR_HIGHLIGHT) : colours_.text;
+  const HDC dc = ::GetWindowDC(window_);
+  frame(dc, whole, edge, 1);
+  ::ReleaseDC(window_, dc);
+}
+
+}  // namespace pelvaro::win32

@@ -1,0 +1,36 @@
+// Lists: the platform's list view in report view. The rows stay above; the control asks for what it shows.
+// https://learn.microsoft.com/windows/win32/controls/list-view-controls-overview
+#pragma once
+
+#include "platform/win32/control_window.h"
+
+namespace pelvaro::win32 {
+
+class ListViewWindow : public ControlWindow {
+ public:
+  ListViewWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings);
+  ~ListViewWindow() override;
+  void setColours(Colours colours) override;
+  void setRowCount(int count) override;
+  int selectedRow() override;
+  void selectRow(int row) override;
+  LRESULT notified(NMHDR& header) override;
+
+ protected:
+  LRESULT message(UINT number, WPARAM wParam, LPARAM lParam) override;
+
+ private:
+  void reportClick();
+  void released(MouseButton button, int x, int y);
+  LRESULT drawRow(NMLVCUSTOMDRAW& drawing);
+  void giveText(LVITEMA& item);
+  void drawFrame();
+  void openMenuByKeyboard();
+
+  HIMAGELIST rowHeight_ = nullptr;  // an empty list whose only purpose is to make the rows as high as they are
+  bool ours_ = false;               // a selection that we make ourselves raises nothing
+  bool rightPressed_ = false;       // a right click is reported at its release
+  bool reported_ = false;           // this press has raised its click already
+};
+
+}  // namespace pelvaro::win32

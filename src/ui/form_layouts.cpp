@@ -1,0 +1,76 @@
+#include "ui/form_layouts.h"
+
+namespace pelvaro::layouts {
+
+namespace {
+
+using enum ControlKind;
+using enum TextStyle;
+
+constexpr ControlLayout kForm1Controls[] = {
+    {.name = "Image5", .kind = picture, .caption = "", .place = {16, 6, 16, 16}, .picture = Picture::application},
+    {.name = "Label8", .kind = label, .caption = "Pelvaro", .place = {40, 5, 255, 20}, .style = title},
+    {.name = "Image1", .kind = pictureButton, .caption = "Add", .place = {16, 44, 104, 64}, .picture = Picture::add},
+    {.name = "Image2", .kind = pictureButton, .caption = "Connect", .place = {136, 44, 104, 64}, .picture = Picture::connect},
+    {.name = "Image3", .kind = pictureButton, .caption = "Limits", .place = {256, 44, 104, 64}, .picture = Picture::limits},
+    {.name = "ListView1", .kind = listView, .caption = "Connections", .place = {16, 124, 344, 148}, .picture = Picture::listEntry},
+    {.name = "Image4", .kind = picture, .caption = "", .place = {16, 284, 16, 16}, .picture = Picture::disconnected},
+    {.name = "statuslbl", .kind = label, .caption = "", .place = {40, 280, 144, 24}, .style = bold},
+    {.name = "Label7", .kind = label, .caption = "", .place = {192, 280, 168, 24}, .style = right},
+    {.name = "Label1", .kind = label, .caption = "Total bytes received: 0 KB", .place = {16, 316, 236, 20}, .style = figure},
+    {.name = "Label2", .kind = label, .caption = "Total bytes transmitted: 0 KB", .place = {16, 336, 236, 20}, .style = figure},
+    {.name = "Label4", .kind = label, .caption = "Download rate: 0 KB/sec.", .place = {16, 356, 236, 20}, .style = figure},
+    {.name = "Label5", .kind = label, .caption = "Upload rate: 0 KB/sec.", .place = {16, 376, 236, 20}, .style = figure},
+    // "elaspe" is the design caption, spelled so; setSetting writes the text that is seen.
+    {.name = "Label9", .kind = label, .caption = "Time elaspe", .place = {260, 316, 100, 20}, .style = right, .leftRule = true},
+    {.name = "Label10", .kind = label, .caption = "", .place = {260, 336, 100, 20}, .style = boldRight, .leftRule = true},
+    {.name = "Label11", .kind = label, .caption = "Time remain", .place = {260, 356, 100, 20}, .style = right, .leftRule = true},
+    {.name = "Label12", .kind = label, .caption = "", .place = {260, 376, 100, 20}, .style = boldRight, .leftRule = true},
+    {.name = "Label6", .kind = minimiseMark, .caption = "Minimise", .place = {303, 1, 36, 27}},
+    {.name = "Label3", .kind = closeMark, .caption = "Close", .place = {339, 1, 36, 27}},
+};
+constexpr Rect96 kForm1Rules[] = {{1, 28, 374, 1}, {16, 308, 344, 1}};
+
+constexpr ControlLayout kForm4Controls[] = {
+    {.name = "Label6", .kind = label, .caption = "Pelvaro - Connect", .place = {16, 5, 299, 20}, .style = title},
+    {.name = "Image1", .kind = picture, .caption = "", .place = {16, 48, 48, 48}, .picture = Picture::signIn},
+    {.name = "Label1", .kind = label, .caption = "User Name:", .place = {80, 44, 68, 24}},
+    {.name = "Text1", .kind = textBox, .caption = "", .place = {152, 44, 192, 24}, .accessibleName = "User Name"},
+    {.name = "Label2", .kind = label, .caption = "Password:", .place = {80, 76, 68, 24}},
+    {.name = "Text2", .kind = passwordBox, .caption = "", .place = {152, 76, 192, 24}, .accessibleName = "Password"},
+    {.name = "Command1", .kind = commandButton, .caption = "OK", .place = {152, 128, 92, 28}},
+    {.name = "Command2", .kind = commandButton, .caption = "Cancel", .place = {252, 128, 92, 28}},
+    {.name = "Label3", .kind = closeMark, .caption = "Close", .place = {323, 1, 36, 27}},
+};
+constexpr Rect96 kForm4Rules[] = {{1, 28, 358, 1}, {16, 116, 328, 1}};
+
+constexpr ControlLayout kForm5Controls[] = {
+    {.name = "captionLabel", .kind = label, .caption = "Pelvaro", .place = {16, 5, 219, 20}, .style = title},
+    {.name = "Animation1", .kind = animation, .caption = "", .place = {48, 44, 184, 64}},
+    {.name = "textLabel", .kind = label, .caption = "", .place = {16, 112, 248, 24}, .style = centred},
+    {.name = "closeMark", .kind = closeMark, .caption = "Close", .place = {243, 1, 36, 27}},
+};
+constexpr Rect96 kForm5Rules[] = {{1, 28, 278, 1}};
+
+constexpr ControlLayout kFrmStatusControls[] = {
+    {.name = "captionLabel", .kind = label, .caption = "Connection", .place = {16, 5, 267, 20}, .style = title},
+    {.name = "Image1", .kind = picture, .caption = "", .place = {16, 44, 48, 48}, .picture = Picture::dialing},
+    {.name = "Label1", .kind = label, .caption = "", .place = {80, 44, 232, 48}, .style = wrapped},
+    {.name = "Command1", .kind = commandButton, .caption = "cancel", .place = {224, 104, 88, 28}},
+    {.name = "closeMark", .kind = closeMark, .caption = "Close", .place = {291, 1, 36, 27}},
+};
+constexpr Rect96 kFrmStatusRules[] = {{1, 28, 326, 1}};
+
+}  // namespace
+
+const FormLayout kForm1{.name = "Form1", .title = "Pelvaro", .width = 376, .height = 412, .controls = kForm1Controls,
+                        .rules = kForm1Rules, .firstFocus = "ListView1"};
+const FormLayout kForm4{.name = "Form4", .title = "Pelvaro - Connect", .width = 360, .height = 172,
+                        .controls = kForm4Controls, .rules = kForm4Rules, .defaultButton = "Command1", .firstFocus = "Text1"};
+const FormLayout kForm5{.name = "Form5", .title = "Pelvaro", .width = 280, .height = 148, .controls = kForm5Controls,
+                        .rules = kForm5Rules, .firstFocus = "closeMark"};
+const FormLayout kFrmStatus{.name = "frmStatus", .title = "Connection", .width = 328, .height = 148,
+                            .controls = kFrmStatusControls, .rules = kFrmStatusRules, .defaultButton = "Command1",
+                            .firstFocus = "Command1"};
+
+}  // namespace pelvaro::layouts

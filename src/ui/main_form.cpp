@@ -1,0 +1,196 @@
+#include "ui/main_form.h"
+
+#include "base/bytes.h"
+#include "base/runtime_error.h"
+#include "base/text.h"
+#include "phonebook/dial_params.h"
+#include "phonebook/entry_properties.h"
+#include "platform/dialogs.h"
+#include "platform/environment.h"
+#include "platform/telephony.h"
+#include "ui/accessary.h"
+#include "ui/button_pictures.h"
+#include "ui/colour_scheme.h"
+#include "ui/form_layouts.h"
+#include "ui/windows.h"
+
+namespace pelvaro {
+
+namespace {
+
+constexpr std::string_view kConnected = "Status: Connected.";
+constexpr std::string_view kDisconnected = "Status: Disconnected.";
+constexpr std::string_view kConnect = "Connect";
+constexpr std::string_view kHangUp = "Hang Up";
+constexpr int kTickInterval = 1000;
+
+// Runs one step of the start-up; a run-time error in it is ignored and the next step runs.
+template <typename Step>
+void ignoringErrors(Step step) {
+  try {
+    step();
+  } catch (const RuntimeError&) {
+  }
+}
+
+}  // namespace
+
+Form1::Form1(Windows& windows, Services& services, FormGroup& group)
+    : Form(services, group, layouts::kForm1), windows_(windows), connections_(services.ras) {
+  wireButtons();
+  Image1.onClick = [this] { refreshList(); };
+  Image2.onClick = [this] { connectOrHangUp(); };
+  Label3.onClick = [this] { unload(); };
+  Label6.onClick = [this] { minimise(); };
+  Timer1.onTick = [this] { poll(); };
+  ListView1.onMouseDown = [this](MouseButton button, int x, int y) {
+    listX_ = static_cast<float>(x);
+    listY_ = static_cast<float>(y);
+    rightClick_ = button == MouseButton::right;
+  };
+  ListView1.onMouseUp = [this](MouseButton, int, int) { rightClick_ = false; };
+  ListView1.onItemClick = [this] { itemClicked(); };
+}
+
+void Form1::wireButtons() {
+  const auto wire = [this](Image& image, auto& list, auto first) {
+    image.onMouseDown = [&image, &list, first] { showPicture(image, list, first() + 2); };
+    image.onMouseMove = [&image, &list, first] {
+      if (image.look() != Look::pressed) showPicture(image, list, first() + 1);
+    };
+    image.onMouseUp = [&image, &list, first] { showPicture(image, list, first()); };
+  };
+  wire(Image1, kButtonPictures, [] { return kAddFirst; });
+  wire(Image2, kButtonPictures, [this] { return connectPictures(); });
+  wire(Image3, kLimitPictures, [] { return kLimitsFirst; });
+}
+
+int Form1::connectPictures() { return Image2.toolTipText() == kHangUp ? kHangUpFirst : kConnectFirst; }
+
+void Form1::normalPictures() {
+  showPicture(Image1, kButtonPictures, kAddFirst);
+  showPicture(Image2, kButtonPictures, connectPictures());
+  showPicture(Image3, kLimitPictures, kLimitsFirst);
+}
+
+void Form1::onLoad() {
+  dragging_ = rightClick_ = false;
+  ignoringErrors([this] {
+    showPicture(Image1, kButtonPictures, kAddFirst);
+    showPicture(Image2, kButtonPictures, kConnectFirst);
+    Image2.setEnabled(false);
+    showPicture(Image3, kLimitPictures, kLimitsFirst);
+  });
+  ignoringErrors([this] { modemKeys = accessary::modemKeyNames(services().registry); });
+  ignoringErrors([this] { accessary::applyColourScheme(*this); });
+  requiredbyte = 0;
+  requiredtime = 0;
+  ignoringErrors([this] { Timer1.ticked(); });
+  ignoringErrors([this] {
+    Timer2.setInterval(kTickInterval);
+    Timer2.setEnabled(true);
+  });
+  ignoringErrors([this] { refreshList(); });
+}
+
+void Form1::onUnload() { services().loop.end(); }
+
+void Form1::onColoursChanged() { accessary::applyColourScheme(*this); }
+
+void Form1::poll() {
+  // Anything may be gone after the yield that the timer began with: the selection is read now.
+  const std::string& wanted = ListView1.selectedText();
+  const bool up = connections_.isUp(wanted);
+  statuslbl.setText(up ? kConnected : kDisconnected);
+  if (statuslbl.text() == kDisconnected) {
+    Image2.setToolTipText(kConnect);
+    Timer2.setEnabled(false);
+  } else {
+    Image2.setToolTipText(kHangUp);
+    Timer2.setEnabled(true);
+  }
+  const int family = connectPictures();
+  if (Image2.picture() != kButtonPictures[family - 1].picture) {
+    Image2.setPicture(kButtonPictures[family - 1].picture, Image2.look());
+  }
+  Image4.setPicture(up ? Picture::connected : Picture::disconnected);
+  if (requiredbyte < 1 && requiredtime < 1) setSetting("", false);
+}
+
+void Form1::setSetting(std::string_view text, bool visible) {
+  for (Label* label : {&Label9, &Label10, &Label11, &Label12}) label->setVisible(visible);
+  Label9.setText(std::string(text).append(" elapse"));
+  Label11.setText(std::string(text).append(" remain"));
+}
+
+void Form1::refreshList() { ListView1.setItems(listEntries(services().ras)); }
+
+void Form1::itemClicked() {
+  Image2.setEnabled(true);
+  showPicture(Image2, kButtonPictures, connectPictures());
+  readSelectedEntry();
+  if (rightClick_) popupMenu();
+}
+
+// The entry's details and saved parameters are read and, so far, not shown.
+void Form1::readSelectedEntry() {
+  const std::string name = ListView1.selectedText();
+  RasEntryRecord record;
+  Module1::GetEntryProperties(services().ras, name, record);
+  std::vector<std::uint8_t> params;
+  bool passwordSaved = false;
+  Module1::GetEntryDialParams(services().ras, params, nullptr, name, passwordSaved);
+  wipe(params.data(), params.size());
+}
+
+void Form1::popupMenu() {
+  constexpr std::uint32_t kDelete = 2;
+  const std::uint32_t chosen = accessary::popupMenu(services().dialogs, {"Edit", "Delete"});
+  // The menu takes the release of the button for itself; without this the next arrow key would open it again.
+  rightClick_ = false;
+  if (chosen == kDelete) deleteSelected();
+}
+
+void Form1::deleteSelected() {
+  const int row = ListView1.selectedRow();
+  const std::string name = ListView1.selectedText();
+  services().ras.deleteEntry(nullptr, name.c_str());  // the result does not matter
+  ListView1.removeItem(row);
+}
+
+void Form1::connectOrHangUp() {
+  if (Image2.toolTipText() == kConnect) {
+    windows_.form4.show();
+  } else {
+    windows_.setMode("Connect");
+    windows_.form5.showUntilActivated();
+  }
+}
+
+void Form1::CallPhone(const std::string& phoneNumber, const std::string& calledParty) {
+  const std::string number(trimmed(phoneNumber));
+  const std::string party(trimmed(calledParty));
+  if (number.empty()) return;
+  const std::string question = "About to call " + party + " at phone number " + number + "\r\nDo it?";
+  if (services().dialogs.messageBox(question, kButtonsYesNo) != kAnswerYes) return;
+  services().telephony.requestMakeCall(number, kApplicationTitle, party, "");
+}
+
+void Form1::EditEntry(const std::string& entryName, const std::string& phonebook) {
+  services().ras.editPhonebookEntry(0, phonebook.c_str(), entryName.c_str());
+}
+
+void Form1::onMousePressed(MouseButton, int x, int y) {
+  dragging_ = true;
+  dragX_ = static_cast<float>(x);
+  dragY_ = static_cast<float>(y);
+}
+
+void Form1::onMouseMoved(MouseButton, int x, int y) {
+  normalPictures();
+  if (dragging_) moveBy(x - static_cast<int>(dragX_), y - static_cast<int>(dragY_));
+}
+
+void Form1::onMouseReleased(MouseButton, int, int) { dragging_ = false; }
+
+}  // namespace pelvaro

@@ -1,0 +1,42 @@
+// Form5: the splash with the animation. When it is activated while the shared text is "Connect" it connects or hangs
+// up; otherwise it only shows that text.
+#pragma once
+
+#include <functional>
+
+#include "ui/controls/animation.h"
+#include "ui/controls/form.h"
+#include "ui/controls/timer.h"
+
+namespace pelvaro {
+
+struct Windows;
+
+class Form5 : public Form {
+ public:
+  Form5(Windows& windows, Services& services, FormGroup& group);
+
+  // Shows the splash modally and takes it away when its activation has done its work.
+  void showUntilActivated();
+  // Puts the shared text on the splash.
+  void showSharedText();
+
+  Label captionLabel{*this, "captionLabel"};   // the title
+  Animation Animation1{*this, "Animation1"};   // "loading.avi"
+  Label textLabel{*this, "textLabel"};         // the shared text, nothing while that is "Connect"
+  Mark closeMark{*this, "closeMark"};
+  Timer Timer1{*this, {.interval = 1000, .enabled = false}};  // has no handler
+
+ protected:
+  void onLoad() override;
+  void onActivate() override;
+  void onClose() override { hide(); }
+  void onEscape() override { hide(); }
+  void onColoursChanged() override;
+
+ private:
+  Windows& windows_;
+  bool untilActivated_ = false;
+};
+
+}  // namespace pelvaro
