@@ -35,16 +35,19 @@ void noteFreed(void* block) {
 
 }  // namespace
 
-void* operator new(std::size_t size) {
+// Not inlined: the compiler would take free() of what new gave for a mistake.
+[[gnu::noinline]] void* operator new(std::size_t size) {
   if (void* block = std::malloc(size ? size : 1)) return block;
   throw std::bad_alloc();
 }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return std::malloc(size ? size : 1); }
-void operator delete(void* block) noexcept {
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return std::malloc(size ? size : 1);
+}
+[[gnu::noinline]] void operator delete(void* block) noexcept {
   noteFreed(block);
   std::free(block);
 }
-void operator delete(void* block, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
   noteFreed(block);
   std::free(block);
 }

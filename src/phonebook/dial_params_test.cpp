@@ -50,7 +50,8 @@ TEST_F(DialParamsTest, EveryResultButZeroGoesOnToTheNextSize) {
     asked.clear();
     answers = {first, 623, 0};
     EXPECT_EQ(GetEntryDialParams(ras, buffer, "book", "Home", saved), 0u);
-    EXPECT_EQ(journal.take(), (Lines{"RasGetEntryDialParams \"book\" 1060 \"Home\"", "RasGetEntryDialParams \"book\" 1052 \"Home\"",
+    EXPECT_EQ(journal.take(), (Lines{"RasGetEntryDialParams \"book\" 1060 \"Home\"",
+                                     "RasGetEntryDialParams \"book\" 1052 \"Home\"",
                                      "RasGetEntryDialParams \"book\" 816 \"Home\""}));
     ASSERT_EQ(asked.size(), 3u);
     EXPECT_EQ(asked[1], laid(1052, '\x1C', '\x04', "Home"));

@@ -119,7 +119,12 @@ Laid shortHead(std::size_t size, const char* dwSize) {
 }
 Laid longHead(std::size_t size, const char* dwSize) {
   Laid laid = shortHead(size, dwSize);
-  return laid.fill(16, 11, 'a').fill(27, 129, 'b').fill(192, 260, 'c').fill(452, 260, 'd').fill(712, 260, 'e').fill(972, 17, 'f');
+  return laid.fill(16, 11, 'a')
+      .fill(27, 129, 'b')
+      .fill(192, 260, 'c')
+      .fill(452, 260, 'd')
+      .fill(712, 260, 'e')
+      .fill(972, 17, 'f');
 }
 
 // What follows a device name of 129 bytes.

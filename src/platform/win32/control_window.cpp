@@ -22,12 +22,7 @@ ControlWindow::ControlWindow(const ControlLayout& layout, ControlEvents& events,
       picture_(layout.picture) {}
 
 ControlWindow::~ControlWindow() {
-  if (window_) {
-    ::SetWindowLongA(window_, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(platformProcedure_)));
-    ::SetWindowLongA(window_, GWL_USERDATA, 0);
-    unnameControl(window_);
-    ::DestroyWindow(window_);
-  }
+  if (window_) ::DestroyWindow(window_);  // our procedure forgets it at its last message
   if (brush_) ::DeleteObject(brush_);
 }
 
@@ -46,10 +41,8 @@ void ControlWindow::create(const char* windowClass, DWORD style) {
 }
 
 ControlWindow* ControlWindow::of(HWND window) {
-  if (!window || ::GetWindowLongA(window, GWL_WNDPROC) !=
-                     static_cast<LONG>(reinterpret_cast<ULONG_PTR>(&ControlWindow::procedure))) {
-    return nullptr;
-  }
+  // Only our controls are named so. The procedure is no proof: the tooltip control subclasses what it serves.
+  if (!window || !isNamedControl(window)) return nullptr;
   return reinterpret_cast<ControlWindow*>(static_cast<ULONG_PTR>(::GetWindowLongA(window, GWL_USERDATA)));
 }
 
@@ -64,9 +57,12 @@ LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT number, WPARAM wPara
     self->window_ = nullptr;
     return ::CallWindowProcA(platform, window, number, wParam, lParam);
   }
-  const LRESULT result = self->message(number, wParam, lParam);
-  if (number == WM_SETTEXT) self->text_ = reinterpret_cast<const char*>(lParam) ? reinterpret_cast<const char*>(lParam) : "";
-  return result;
+  if (number == WM_SETTEXT) {
+    // Before it is passed on: some controls draw the new text at once.
+    const auto* text = reinterpret_cast<const char*>(lParam);
+    self->text_ = text ? text : "";
+  }
+  return self->message(number, wParam, lParam);
 }
 
 LRESULT ControlWindow::passOn(UINT number, WPARAM wParam, LPARAM lParam) {

@@ -305,6 +305,7 @@ void FormWindow::mouse(UINT number, WPARAM wParam, LPARAM lParam) {
 
 void FormWindow::activation(bool active) {
   if (!active) {
+    ::SendMessageA(tooltips_, TTM_POP, 0, 0);
     const HWND focus = ::GetFocus();
     if (focus && ::IsChild(window_, focus)) lastFocus_ = focus;
     return;

@@ -155,6 +155,7 @@ LRESULT ListViewWindow::drawRow(NMLVCUSTOMDRAW& drawing) {
   const int row = static_cast<int>(drawing.nmcd.dwItemSpec);
   RECT area{LVIR_BOUNDS, 0, 0, 0};
   ::SendMessageA(window_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area));
+  area.right = client().right;
   const bool contrast = metrics_.highContrast();
   const bool selected = ::SendMessageA(window_, LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) != 0;
   COLORREF ground = colours_.background;

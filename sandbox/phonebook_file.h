@@ -1,0 +1,66 @@
+// The practice line's phonebook: its value, its text form, and keeping it in a file that is old or new but never half.
+// Used by the DLL wrapping (load, save) and by the dial line (the value).
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "entry_record.h"
+
+namespace pelvaro::line {
+
+// A modem that the line offers, and the serial port that its phone is on.
+struct Device {
+  std::string name;
+  std::string type;
+  std::string port;
+  bool operator==(const Device&) const = default;
+};
+
+// A connection with what is saved for dialing it.
+struct Entry {
+  std::string name;
+  Bytes record;     // one of kRecordSizes long, dwSize says the same
+  Bytes alternate;  // the alternate numbers with all their NULs, empty when there are none
+  std::string user;
+  std::string password;
+  std::string domain;
+  bool passwordSaved = false;
+  bool temporary = false;  // made by the scenario; never saved
+  bool operator==(const Entry&) const = default;
+};
+
+struct Phonebook {
+  std::vector<Device> devices;
+  std::vector<Entry> entries;
+  bool operator==(const Phonebook&) const = default;
+};
+
+// What the line offers when it is started for the first time: two modems and three entries.
+Phonebook firstPhonebook();
+
+// The text form. Every byte of every record comes back by parsePhonebook(); temporary entries are left out.
+std::string phonebookText(const Phonebook& book);
+
+// Reads the text form. Nothing, and a message that names the line, when the text is damaged.
+std::optional<Phonebook> parsePhonebook(std::string_view text, std::string& message);
+
+// A phonebook as it was found, and what a person has to be told about it (mostly nothing).
+struct LoadedPhonebook {
+  Phonebook book;
+  std::string message;
+};
+
+// Reads the file. A missing one gives the first phonebook; a damaged one as well, and is kept aside as "*.damaged".
+LoadedPhonebook loadPhonebook(const std::string& path);
+
+// Replaces the file whole: a kill at any moment leaves the old text or the new one. False when that failed.
+bool replaceFile(const std::string& path, std::string_view text);
+
+// The whole file, or nothing when it cannot be read.
+std::optional<std::string> readFile(const std::string& path);
+
+}  // namespace pelvaro::line

@@ -1,0 +1,67 @@
+// The one practice line of a process: its folder, its lock, and the thread that lets time pass while something dials or
+// is up. Used by the functions that rasapi32.dll exports; a call starts the line when there is none yet.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+
+#include "dial_line.h"
+#include "win32/serial_port.h"
+
+namespace pelvaro::line {
+
+// The event that asks for the scenario and the phonebook to be read again.
+constexpr char kReloadEvent[] = "PelvaroPracticeReload";
+
+class Practice {
+ public:
+  Practice();
+  ~Practice();
+  Practice(const Practice&) = delete;
+  Practice& operator=(const Practice&) = delete;
+
+  // Runs a verb on the line, alone.
+  template <class Verb>
+  DWORD call(Verb verb) {
+    const Lock lock(section_);
+    start();
+    const bool wasUp = line_->anythingUp();
+    const DWORD result = verb(*line_);
+    if (!wasUp && line_->anythingUp()) ::SetEvent(wake_);
+    return result;
+  }
+
+ private:
+  struct Lock {
+    explicit Lock(CRITICAL_SECTION& section) : section_(section) { ::EnterCriticalSection(&section_); }
+    ~Lock() { ::LeaveCriticalSection(&section_); }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+    CRITICAL_SECTION& section_;
+  };
+
+  void start();
+  void reload();
+  Phonebook readPhonebook();
+  Scenario readScenario();
+  void tellPerson(const std::string& message);
+  std::uint64_t now();
+  static DWORD WINAPI work(void* self);
+
+  CRITICAL_SECTION section_;
+  SerialPorts ports_;
+  std::unique_ptr<DialLine> line_;
+  std::string folder_;
+  UINT dialEvent_ = 0;
+  HANDLE wake_ = nullptr;
+  HANDLE reload_ = nullptr;
+  DWORD tick_ = 0;
+  std::uint64_t now_ = 0;
+};
+
+// The process's practice line.
+Practice& practice();
+
+}  // namespace pelvaro::line

@@ -1,0 +1,220 @@
+// The stand-in DLL as a program meets it: loaded by name, dialing for a message-only window. PELVARO_RASAPI32 names the
+// DLL ("rasapi32.dll" when unset). What needs a phone runs only when a phone exchange has one on COM5 and COM7.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <ras.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Functions {
+  HMODULE module = nullptr;
+  template <class Function>
+  Function* get(const char* name) const {
+    FARPROC found = ::GetProcAddress(module, name);
+    EXPECT_NE(found, nullptr) << name;
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(found));
+  }
+};
+
+const Functions& ras() {
+  static const Functions functions = [] {
+    char folder[MAX_PATH];
+    ::GetTempPathA(sizeof folder, folder);
+    const std::string practice = std::string(folder) + "practice_" + std::to_string(::GetCurrentProcessId());
+    ::CreateDirectoryA(practice.c_str(), nullptr);
+    std::ofstream(practice + "\\scenario.txt") << "pace 20\ntimeout 3000\njournal on\n";
+    ::SetEnvironmentVariableA("PELVARO_PRACTICE", practice.c_str());
+    const char* path = std::getenv("PELVARO_RASAPI32");
+    return Functions{::LoadLibraryA(path ? path : "rasapi32.dll")};
+  }();
+  return functions;
+}
+
+bool phonesThere() {
+  const HANDLE port =
+      ::CreateFileA("\\\\.\\COM5", 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (port == INVALID_HANDLE_VALUE) return false;
+  ::CloseHandle(port);
+  return true;
+}
+
+struct Event {
+  WPARAM state;
+  LPARAM error;
+};
+
+class Rasapi32 : public testing::Test {
+ protected:
+  Rasapi32() {
+    window_ = ::CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    message_ = ::RegisterWindowMessageA("RasDialEvent");
+  }
+  ~Rasapi32() override {
+    if (connection_) hangUp();
+    ::DestroyWindow(window_);
+  }
+
+  DWORD dial(const char* entry, const char* password = "practice") {
+    RASDIALPARAMSA params{};
+    params.dwSize = sizeof params;
+    std::strcpy(params.szEntryName, entry);
+    std::strcpy(params.szUserName, "guest");
+    std::strcpy(params.szPassword, password);
+    connection_ = nullptr;
+    return ras().get<decltype(::RasDialA)>("RasDialA")(nullptr, nullptr, &params, 0xFFFFFFFF, window_, &connection_);
+  }
+
+  DWORD hangUp() {
+    const DWORD result = ras().get<decltype(::RasHangUpA)>("RasHangUpA")(connection_);
+    connection_ = nullptr;
+    return result;
+  }
+
+  // The events until the one that ends the dial, at most ten seconds.
+  std::vector<Event> events() {
+    std::vector<Event> result;
+    for (const DWORD start = ::GetTickCount(); ::GetTickCount() - start < 10000;) {
+      MSG message;
+      while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message != message_) continue;
+        EXPECT_EQ(message.hwnd, window_);
+        result.push_back({message.wParam, message.lParam});
+        if (message.lParam != 0 || message.wParam >= RASCS_Connected) return result;
+      }
+      ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 50, QS_ALLINPUT);
+    }
+    ADD_FAILURE() << "the dial did not end";
+    return result;
+  }
+
+  DWORD connections() {
+    RASCONNA records[8] = {};
+    records[0].dwSize = sizeof records[0];
+    DWORD size = sizeof records, count = 99;
+    EXPECT_EQ(ras().get<decltype(::RasEnumConnectionsA)>("RasEnumConnectionsA")(records, &size, &count), 0u);
+    return count;
+  }
+
+  HWND window_;
+  UINT message_;
+  HRASCONN connection_ = nullptr;
+};
+
+TEST_F(Rasapi32, ListsTheFirstEntriesAndModems) {
+  RASENTRYNAMEA names[8];
+  for (RASENTRYNAMEA& name : names) name.dwSize = sizeof name;
+  DWORD size = sizeof names, count = 0;
+  ASSERT_EQ(ras().get<decltype(::RasEnumEntriesA)>("RasEnumEntriesA")(nullptr, nullptr, names, &size, &count), 0u);
+  ASSERT_EQ(count, 3u);
+  EXPECT_STREQ(names[0].szEntryName, "Corvanti-Office");
+  RASDEVINFOA devices[4];
+  devices[0].dwSize = sizeof devices[0];
+  size = sizeof devices;
+  ASSERT_EQ(ras().get<decltype(::RasEnumDevicesA)>("RasEnumDevicesA")(devices, &size, &size), 0u);
+  EXPECT_EQ(size, 2u) << "size and count in one variable";
+  EXPECT_STREQ(devices[0].szDeviceName, "Nokia 6230 USB Modem");
+}
+
+TEST_F(Rasapi32, WritesReadsAndDeletesAnEntry) {
+  RASENTRYA record{};
+  record.dwSize = sizeof record;
+  std::strcpy(record.szLocalPhoneNumber, "*99#");
+  std::strcpy(record.szDnsSuffix, "apn.example");
+  ASSERT_EQ(ras().get<decltype(::RasSetEntryPropertiesA)>("RasSetEntryPropertiesA")(nullptr, "New", &record,
+                                                                                    sizeof record, nullptr, 0),
+            0u);
+  RASENTRYA read{};
+  read.dwSize = sizeof read;
+  DWORD size = sizeof read;
+  const auto get = ras().get<decltype(::RasGetEntryPropertiesA)>("RasGetEntryPropertiesA");
+  ASSERT_EQ(get(nullptr, "New", &read, &size, nullptr, nullptr), 0u);
+  EXPECT_STREQ(read.szDnsSuffix, "apn.example");
+  ASSERT_EQ(ras().get<decltype(::RasDeleteEntryA)>("RasDeleteEntryA")(nullptr, "New"), 0u);
+  EXPECT_EQ(get(nullptr, "New", &read, &size, nullptr, nullptr), 623u);
+}
+
+TEST_F(Rasapi32, NullPointersAreRefused) {
+  DWORD size = 0;
+  EXPECT_EQ(ras().get<decltype(::RasEnumEntriesA)>("RasEnumEntriesA")(nullptr, nullptr, nullptr, nullptr, &size), 87u);
+  EXPECT_EQ(ras().get<decltype(::RasEnumConnectionsA)>("RasEnumConnectionsA")(nullptr, &size, nullptr), 87u);
+  EXPECT_EQ(ras().get<decltype(::RasGetEntryDialParamsA)>("RasGetEntryDialParamsA")(nullptr, nullptr, nullptr), 87u);
+  EXPECT_EQ(ras().get<decltype(::RasDialA)>("RasDialA")(nullptr, nullptr, nullptr, 0, nullptr, nullptr), 87u);
+  EXPECT_EQ(ras().get<decltype(::RasHangUpA)>("RasHangUpA")(nullptr), 6u);
+}
+
+TEST_F(Rasapi32, DialsThroughThePhoneAndHangsUp) {
+  if (!phonesThere()) GTEST_SKIP() << "no phone on COM5";
+  ASSERT_EQ(dial("Work"), 0u);
+  std::vector<WPARAM> states;
+  for (const Event& event : events()) {
+    EXPECT_EQ(event.error, 0);
+    states.push_back(event.state);
+  }
+  EXPECT_EQ(states, (std::vector<WPARAM>{0, 1, 2, 3, 4, 5, 14, 18, 21, 0x2000}));
+  EXPECT_EQ(connections(), 1u);
+  RASCONNSTATUSA status{};
+  status.dwSize = sizeof status;
+  EXPECT_EQ(ras().get<decltype(::RasGetConnectStatusA)>("RasGetConnectStatusA")(connection_, &status), 0u);
+  EXPECT_EQ(status.rasconnstate, RASCS_Connected);
+  EXPECT_EQ(hangUp(), 0u);
+  EXPECT_EQ(connections(), 0u);
+}
+
+TEST_F(Rasapi32, DialsAgainAtOnceAfterAHangUp) {
+  if (!phonesThere()) GTEST_SKIP() << "no phone on COM5";
+  for (int i = 0; i < 5; ++i) {
+    ASSERT_EQ(dial("Work"), 0u);
+    EXPECT_EQ(events().back().state, 0x2000u);
+    EXPECT_EQ(hangUp(), 0u);
+  }
+}
+
+TEST_F(Rasapi32, AWrongPasswordIsReported) {
+  if (!phonesThere()) GTEST_SKIP() << "no phone on COM5";
+  ASSERT_EQ(dial("Work", "wrong"), 0u);
+  const Event last = events().back();
+  EXPECT_EQ(last.state, static_cast<WPARAM>(RASCS_Authenticate));
+  EXPECT_EQ(last.error, 691);
+}
+
+TEST_F(Rasapi32, AModemWithoutAPortIsReported) {
+  RASENTRYA record{};
+  record.dwSize = sizeof record;
+  std::strcpy(record.szDeviceName, "Nowhere Modem");
+  ASSERT_EQ(ras().get<decltype(::RasSetEntryPropertiesA)>("RasSetEntryPropertiesA")(nullptr, "Nowhere", &record,
+                                                                                    sizeof record, nullptr, 0),
+            0u);
+  ASSERT_EQ(dial("Nowhere"), 0u);
+  const Event last = events().back();
+  EXPECT_EQ(last.state, static_cast<WPARAM>(RASCS_OpenPort));
+  EXPECT_EQ(last.error, 797);
+}
+
+// PELVARO_CONTROL names the pipe that the exchange takes its commands from.
+TEST_F(Rasapi32, APulledCableEndsTheConnection) {
+  const char* pipe = std::getenv("PELVARO_CONTROL");
+  if (!phonesThere() || !pipe) GTEST_SKIP() << "no phone on COM5, or no pipe to its exchange";
+  ASSERT_EQ(dial("Work"), 0u);
+  ASSERT_EQ(events().back().state, 0x2000u);
+  ASSERT_EQ(connections(), 1u);
+  std::ofstream(pipe, std::ios::binary) << "unplug COM5\n";
+  for (const DWORD start = ::GetTickCount(); connections() != 0 && ::GetTickCount() - start < 5000;) ::Sleep(20);
+  EXPECT_EQ(connections(), 0u);
+  EXPECT_EQ(hangUp(), 6u);
+  ASSERT_EQ(dial("Work"), 0u);
+  EXPECT_EQ(events().back().error, 797);
+  EXPECT_EQ(hangUp(), 0u);
+  std::ofstream(pipe, std::ios::binary) << "plug COM5 nokia\n";
+  for (const DWORD start = ::GetTickCount(); !phonesThere() && ::GetTickCount() - start < 5000;) ::Sleep(20);
+  ASSERT_EQ(dial("Work"), 0u);
+  EXPECT_EQ(events().back().state, 0x2000u);
+}
+
+}  // namespace

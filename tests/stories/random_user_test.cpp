@@ -1,0 +1,108 @@
+// A random user who does anything at any moment, for a great many events, with what must always hold checked after each.
+// A failure names the seed that replays it.
+#include <cstdlib>
+#include <random>
+
+#include "phonebook/entry_properties.h"
+#include "story.h"
+
+namespace pelvaro {
+namespace {
+
+// What must hold whenever the program is at rest.
+void checkInvariants(World& world, Windows& windows) {
+  ASSERT_TRUE(world.desktop.reported.empty()) << world.desktop.reported.front();
+  EXPECT_LE(world.desktop.hiddenWindows(), 1) << "at most one hidden dial window";
+  EXPECT_EQ(world.desktop.hiddenWindows() == 1, windows.dialForm.loaded());
+  Form1& main = windows.form1;
+  const bool connect = main.Image2.toolTipText() == "Connect";
+  EXPECT_TRUE(connect || main.Image2.toolTipText() == "Hang Up");
+  const std::string caption = windows.statusForm.loaded() ? windows.statusForm.Command1.text() : "cancel";
+  EXPECT_TRUE(caption == "cancel" || caption == "Retry") << caption;
+  EXPECT_FALSE(windows.form5.visible()) << "no splash is left behind";
+  EXPECT_TRUE(main.visible());
+}
+
+class RandomUser {
+ public:
+  RandomUser(World& world, Windows& windows, unsigned seed) : world_(world), windows_(windows), random_(seed) {}
+
+  void act() {
+    Form1& main = windows_.form1;
+    Form4& prompt = windows_.form4;
+    frmStatus& status = windows_.statusForm;
+    const int what = pick(20);
+    world_.desktop.guarded([&] {
+      switch (what) {
+        case 0:
+        case 1:
+        case 2: main.ListView1.chooseRow(pick(4)); break;
+        case 3:
+        case 4: main.Image2.click(); break;
+        case 5: if (prompt.visible()) prompt.Command1.click(); break;
+        case 6:
+          if (prompt.visible()) {
+            prompt.Text1.setText("guest");
+            prompt.Text2.setText(pick(3) == 0 ? "wrong" : line::kPracticePassword);
+            prompt.Command1.click();
+          }
+          break;
+        case 7: if (prompt.visible()) prompt.Command2.click(); break;
+        case 8:
+        case 9: if (status.visible()) status.Command1.click(); break;
+        case 10: if (status.visible()) status.closeMark.click(); break;
+        case 11: world_.ports.unplug(pick(2) ? "COM5" : "COM7"); break;
+        case 12: world_.ports.plug(pick(2) ? "COM5" : "COM7", World::phone()); break;
+        case 13: main.refreshList(); break;
+        case 14: rightClick(pick(4)); break;
+        case 15: main.ListView1.selectRow(-1); break;
+        case 16: replaceEntry(); break;
+        case 17: world_.desktop.postMessage(pick(3) + 500, world_.desktop.registeredMessage, pick(0x2002), pick(2) * 691); break;
+        default: break;
+      }
+    });
+    world_.desktop.advance(pick(200));
+  }
+
+ private:
+  int pick(int below) { return static_cast<int>(random_() % static_cast<unsigned>(below)); }
+  void rightClick(int row) {
+    world_.dialogs.onMenu = [this] { return static_cast<std::uint32_t>(pick(4)); };
+    static_cast<ControlEvents&>(windows_.form1.ListView1).mousePressed(MouseButton::right, 1, 1);
+    windows_.form1.ListView1.chooseRow(row);
+  }
+  void replaceEntry() {
+    EntryChoices choices;
+    choices.number = "*99#";
+    choices.device = pick(2) ? "Nokia 6230 USB Modem" : "Samsung D500 USB Modem";
+    const char* names[] = {"Corvanti-Office", "Corvanti-Home", "Work"};
+    Module1::SetEntryProperties(world_.ras, names[pick(3)], editorRecord(choices));
+  }
+
+  World& world_;
+  Windows& windows_;
+  std::mt19937 random_;
+};
+
+TEST(RandomUserStory, NothingBreaksWhateverTheUserDoes) {
+  const char* asked = std::getenv("PELVARO_RANDOM_EVENTS");
+  const int events = asked ? std::atoi(asked) : 20'000;
+  const char* seeded = std::getenv("PELVARO_RANDOM_SEED");
+  constexpr int kEventsPerWorld = 2'000;
+  unsigned seed = seeded ? static_cast<unsigned>(std::atoi(seeded)) : 1;
+  for (int done = 0; done < events; done += kEventsPerWorld, ++seed) {
+    SCOPED_TRACE("PELVARO_RANDOM_SEED=" + std::to_string(seed));
+    World world;
+    Windows windows(world.services);
+    world.desktop.guarded([&] { windows.form1.show(); });
+    RandomUser user(world, windows, seed);
+    for (int i = 0; i < kEventsPerWorld && !testing::Test::HasFailure(); ++i) {
+      user.act();
+      checkInvariants(world, windows);
+    }
+    if (testing::Test::HasFailure()) return;
+  }
+}
+
+}  // namespace
+}  // namespace pelvaro
