@@ -66,7 +66,7 @@ std::uint32_t DialLine::enumEntries(const char* phonebook, void* records, std::u
     asked = getNumber(records);
     if (asked != ras::entry_name::kRecordSize && asked != kLongNameRecord) return kInvalidSize;
     // Every record that will be filled must say its size.
-    for (std::uint32_t i = 1; i < names_.size() && (i + 1) * asked <= room; ++i)
+    for (std::size_t i = 1; i < names_.size() && (i + 1) * asked <= room; ++i)
       if (getNumber(static_cast<const std::uint8_t*>(records) + i * asked) != asked) return kInvalidSize;
   }
   const auto needed = static_cast<std::uint32_t>(names_.size() * asked);

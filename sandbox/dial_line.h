@@ -98,6 +98,7 @@ class DialLine {
   void enter(Connection& connection, std::size_t position, std::uint64_t nowMs);
   void fail(Connection& connection, std::uint32_t error);
   bool openPort(Connection& connection);
+  void forgetOldestFailed();
   void tell(const Connection& connection, std::uint32_t state, std::uint32_t error);
 
   Phonebook book_;

@@ -17,6 +17,8 @@ constexpr std::uint32_t kStates[] = {kOpenPort,        kPortOpened,          kCo
                                      kAuthenticated,   kProjected,           kLogonNetwork};
 constexpr std::size_t kLastState = std::size(kStates);
 
+constexpr std::size_t kMostConnections = 1024;
+
 // RASCONNSTATUSA: without and with the telephone number.
 constexpr std::uint32_t kStatusSizes[] = {160, 288};
 
@@ -59,6 +61,7 @@ std::uint32_t DialLine::dial(const char* phonebook, const void* params, std::uin
   fresh->call.user = asked.user;
   fresh->call.password = asked.password == kMaskedPassword && entry->passwordSaved ? entry->password : asked.password;
   *connection = fresh->handle;
+  forgetOldestFailed();
   connections_.push_back(std::move(fresh));
   layConnections();
   return done("dial", arguments + " handle=" + hexText(*connection), kSuccess);
@@ -170,6 +173,14 @@ void DialLine::fail(Connection& c, std::uint32_t error) {
   c.phase = Connection::Phase::kFailed;
   tell(c, c.state, error);
   layConnections();
+}
+
+// A program that never hangs up what has failed does not fill the line for good.
+void DialLine::forgetOldestFailed() {
+  if (connections_.size() < kMostConnections) return;
+  const auto failed = std::find_if(connections_.begin(), connections_.end(),
+                                   [](const auto& c) { return c->phase == Connection::Phase::kFailed; });
+  if (failed != connections_.end()) connections_.erase(failed);
 }
 
 void DialLine::tell(const Connection& c, std::uint32_t state, std::uint32_t error) {

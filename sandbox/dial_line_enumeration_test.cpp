@@ -22,8 +22,8 @@ TEST_F(DialLineEnumeration, EntriesAreEnumeratedInBothRecordSizes) {
     EXPECT_EQ(size, 3 * recordSize);
     EXPECT_EQ(getText(records.data() + 4, 257), "Corvanti-Office");
     EXPECT_EQ(getText(records.data() + recordSize + 4, 257), "Corvanti-Home");
-    EXPECT_EQ(getText(records.data() + 2 * recordSize + 4, 257), "Work");
-    EXPECT_EQ(getNumber(records.data() + 2 * recordSize), recordSize);
+    EXPECT_EQ(getText(records.data() + std::size_t{2} * recordSize + 4, 257), "Work");
+    EXPECT_EQ(getNumber(records.data() + std::size_t{2} * recordSize), recordSize);
   }
 }
 
@@ -41,7 +41,7 @@ TEST_F(DialLineEnumeration, TooLittleRoomForTheEntriesIs603WithSizeAndCount) {
 TEST_F(DialLineEnumeration, EveryEntryRecordMustSayItsSize) {
   Bytes records = nameRecords(3, 264);
   std::uint32_t size = 3 * 264, count = 0;
-  putNumber(records.data() + 2 * 264, 0);
+  putNumber(records.data() + std::size_t{2} * 264, 0);
   EXPECT_EQ(line_.enumEntries(nullptr, records.data(), &size, &count), 632u);
   records = nameRecords(3, 264);
   putNumber(records.data(), 263);
@@ -95,7 +95,7 @@ TEST_F(DialLineEnumeration, ConnectionsAreEnumeratedInBothRecordSizes) {
   ASSERT_EQ(dial(params("Work")), 0u);
   settle();
   for (const std::uint32_t recordSize : {412u, 704u}) {
-    Bytes records(recordSize * 4);
+    Bytes records(std::size_t{4} * recordSize);
     putNumber(records.data(), recordSize);
     auto size = static_cast<std::uint32_t>(records.size());
     std::uint32_t count = 0;
@@ -118,7 +118,7 @@ TEST_F(DialLineEnumeration, EnumeratingConnectionsChecksItsArguments) {
   settle();
   size = 0;
   EXPECT_EQ(line_.enumConnections(nullptr, &size, &count), 603u);
-  Bytes records(412 * 2);
+  Bytes records(std::size_t{412} * 2);
   putNumber(records.data(), 411);
   size = 412 * 2;
   EXPECT_EQ(line_.enumConnections(records.data(), &size, &count), 632u);
@@ -175,7 +175,7 @@ TEST_F(DialLineEnumeration, EnumeratingAllocatesNothing) {
   line_.setScenario(scenario);
   ASSERT_EQ(dial(params("Work")), 0u);
   settle();
-  Bytes names = nameRecords(256, 264), records(412 * 256);
+  Bytes names = nameRecords(256, 264), records(std::size_t{412} * 256);
   putNumber(records.data(), 412);
   const std::size_t before = allocationCount();
   for (int i = 0; i < 1000; ++i) {

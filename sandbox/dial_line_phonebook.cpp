@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kLongestName = 256;
 constexpr char kForbidden[] = "|<>?*\\/:\"";
-constexpr std::size_t kMostAlternateBytes = 4096;
+constexpr std::size_t kMostAlternateBytes = 4000;
 constexpr std::size_t kFarthestAlternate = 65536;
 
 // A name that an entry may have: not only blanks, at most 256 characters, no leading dot, none of |<>?*\/:" in it.
@@ -87,6 +87,7 @@ std::uint32_t DialLine::setEntryProperties(const char* phonebook, const char* en
 
   Phonebook before = book_;
   Entry* target = findEntry(entry);
+  if (!target && book_.entries.size() >= kMostEntries) return done(kVerb, arguments, kCannotWritePhonebook);
   if (!target) {
     target = &book_.entries.emplace_back();
     target->name = entry;

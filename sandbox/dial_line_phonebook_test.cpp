@@ -149,6 +149,21 @@ TEST_F(DialLinePhonebook, AlternateNumbersComeBackBehindTheStructure) {
   EXPECT_EQ(alternateBack(line_, "\0"s, 2884), ""s);
 }
 
+TEST_F(DialLinePhonebook, TheLongestAlternateNumbersAndTheMostEntriesCanBeReadAgain) {
+  Bytes record(2884 + 9000, '7');
+  std::fill_n(record.begin(), 2884, '\0');
+  putNumber(record.data(), 2884);
+  putNumber(record.data() + 156, 2884);
+  Phonebook book = firstPhonebook();
+  while (book.entries.size() + 1 < kMostEntries)
+    book.entries.emplace_back(book.entries[0]).name = "E" + std::to_string(book.entries.size());
+  line_.setPhonebook(book);
+  ASSERT_EQ(line_.setEntryProperties(nullptr, "Last", record.data(), 2884 + 8999), 0u);
+  EXPECT_EQ(line_.setEntryProperties(nullptr, "One more", record.data(), 2884 + 8999), 624u);
+  std::string message;
+  EXPECT_EQ(parsePhonebook(phonebookText(line_.phonebook()), message), line_.phonebook()) << message;
+}
+
 TEST_F(DialLinePhonebook, AnAlternateOffsetInsideTheStructureOrFarAwayIsRefused) {
   Bytes record(2884);
   putNumber(record.data(), 2884);

@@ -315,6 +315,19 @@ TEST_F(DialStates, ACallLeftOpenByAnotherProgramDoesNotSwallowTheDial) {
   EXPECT_EQ(told_.back().state, kConnected);
 }
 
+TEST_F(DialStates, FailedConnectionsThatNobodyHangsUpAreForgottenInTheEnd) {
+  ports_.unplug("COM5");
+  ASSERT_EQ(dial(params("Work")), 0u);
+  const std::uint32_t first = handle_;
+  settle();
+  for (int i = 0; i < 1024; ++i) {
+    ASSERT_EQ(dial(params("Work")), 0u);
+    settle();
+  }
+  EXPECT_EQ(line_.hangUp(first), 6u);
+  EXPECT_EQ(line_.hangUp(handle_), 0u);
+}
+
 TEST_F(DialStates, ThousandsOfDialsOneAfterTheOther) {
   for (int i = 0; i < 3000; ++i) {
     ASSERT_EQ(dial(params(i % 2 ? "Work" : "Corvanti-Home")), 0u);

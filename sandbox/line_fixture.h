@@ -92,13 +92,13 @@ class LineTest : public testing::Test {
 
   // The names of the enumerated connections.
   std::vector<std::string> connected() {
-    std::vector<std::uint8_t> records(412 * 300);
+    std::vector<std::uint8_t> records(std::size_t{412} * 300);
     putNumber(records.data(), 412);
     auto size = static_cast<std::uint32_t>(records.size());
     std::uint32_t count = 0;
     EXPECT_EQ(line_.enumConnections(records.data(), &size, &count), 0u);
     std::vector<std::string> names;
-    for (std::uint32_t i = 0; i < count; ++i) names.push_back(getText(records.data() + i * 412 + 8, 257));
+    for (std::size_t i = 0; i < count; ++i) names.push_back(getText(records.data() + i * 412 + 8, 257));
     return names;
   }
 

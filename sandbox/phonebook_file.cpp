@@ -15,7 +15,7 @@ struct FileCloser {
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
-constexpr std::size_t kLargestFile = 16u << 20;
+constexpr std::size_t kLargestFile = 64u << 20;
 
 Entry firstEntry(const char* name, const char* number, const Device& device, bool saved) {
   Entry entry;

@@ -39,6 +39,9 @@ struct Phonebook {
   bool operator==(const Phonebook&) const = default;
 };
 
+// More entries than this are not kept.
+constexpr std::size_t kMostEntries = 4096;
+
 // What the line offers when it is started for the first time: two modems and three entries.
 Phonebook firstPhonebook();
 

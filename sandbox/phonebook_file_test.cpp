@@ -65,7 +65,7 @@ TEST(PhonebookText, EveryCharacterOfEveryTextComesBack) {
   entry.name = entry.user = entry.password = entry.domain = all;
   entry.alternate = {'1', 0, '2', 0, 0};
   entry.passwordSaved = true;
-  book.devices.push_back({all, "modem", "COM16"});
+  book.devices.push_back({all, ";a=b", "COM16"});
   EXPECT_EQ(parsed(phonebookText(book)), book);
 }
 
@@ -95,14 +95,15 @@ TEST(PhonebookText, DamageIsNamedWithItsLine) {
       {"[devices]\nmodem = COM5\n[end]\n", "line 2: this line is not understood"},
       {"[entry a\n[end]\n", "line 1: a section's name must end with ']'"},
       {"[other]\n[end]\n", "line 1: this section is not known"},
-      {"[entry %4]\n[end]\n", "line 1: this section is not known"},
+      {"[entry %4]\n[end]\n", "line 1: this name is not understood"},
       {"[entry a]\nsize = 1000\n[end]\n", "line 2: this line is not understood"},
       {"[entry a]\noptions = 123456789\n[end]\n", "line 2: this line is not understood"},
       {"[entry a]\nbytes 10 = 1\n[end]\n", "line 2: this line is not understood"},
       {"[entry a]\nbytes 10 = GG\n[end]\n", "line 2: this line is not understood"},
       {"[entry a]\npassword saved = maybe\n[end]\n", "line 2: this line is not understood"},
-      {"\n[entry a]\nbytes 2883 = 0102\n[end]\n", "line 2: the entry's bytes lie outside its record"},
-      {"\n[entry a]\nbytes 0 = 01\n[end]\n", "line 2: the entry's bytes lie outside its record"},
+      {"\n[entry a]\nbytes 2883 = 0102\n[end]\n", "line 4: the entry before has bytes outside its record"},
+      {"\n[entry a]\nbytes 0 = 01\n[end]\n", "line 4: the entry before has bytes outside its record"},
+      {"[devices]\nmodem = COM%205 Modem\n[end]\n", "line 2: this line is not understood"},
       {"[end]\nmore\n", "line 2: there is text behind the end"},
   };
   for (const Damage& damage : kDamages) {

@@ -12,9 +12,9 @@ constexpr char kHead[] =
     "; The phonebook of the practice line. Written whole by every change; keep its passwords practice ones.\n"
     "; A byte that is no plain character is written %XX. 'bytes OFFSET = HEX' holds what the readable lines do not "
     "say.\n";
-constexpr std::size_t kMostEntries = 4096;
 constexpr std::size_t kLongestText = 4096;
 constexpr std::size_t kBytesInLine = 32;
+constexpr std::string_view kSpecial = "%[]=;";  // they mean something outside of texts
 constexpr char kDigits[] = "0123456789ABCDEF";
 
 std::string escaped(std::string_view text) {
@@ -22,7 +22,7 @@ std::string escaped(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto c = static_cast<unsigned char>(text[i]);
     const bool edgeBlank = c == ' ' && (i == 0 || i + 1 == text.size());
-    if (c < 0x20 || c > 0x7E || c == '%' || c == '[' || c == ']' || edgeBlank) {
+    if (c < 0x20 || c > 0x7E || kSpecial.find(static_cast<char>(c)) != std::string_view::npos || edgeBlank) {
       result += '%';
       result += kDigits[c >> 4];
       result += kDigits[c & 15];
@@ -112,7 +112,6 @@ struct Draft {
   ReadableFields fields;
   std::size_t size = kRecordSizes[std::size(kRecordSizes) - 1];
   std::vector<std::pair<std::size_t, Bytes>> patches;
-  int line = 0;
 };
 
 bool finish(Draft& draft, Phonebook& book) {
@@ -152,9 +151,45 @@ bool readDevice(Phonebook& book, std::string_view key, std::string_view value) {
   Device device;
   if (!unescape(key, device.type) || !unescape(value.substr(0, blank), device.port)) return false;
   if (!unescape(trimmed(value.substr(blank)), device.name)) return false;
+  if (device.port.find(' ') != std::string::npos) return false;
   book.devices.push_back(std::move(device));
   return true;
 }
+
+// Takes the text line by line. Each step gives what is wrong with its line, null when nothing is.
+struct Reader {
+  enum Section { kNowhere, kDevices, kEntry, kEnd };
+  Phonebook book;
+  Draft draft;
+  Section section = kNowhere;
+
+  const char* takeLine(std::string_view line) {
+    if (line.empty() || line.front() == ';') return nullptr;
+    if (section == kEnd) return "there is text behind the end";
+    if (line.front() == '[') return takeHeading(line);
+    const auto equals = line.find('=');
+    if (equals == std::string_view::npos) return "'=' is missing";
+    const std::string_view key = trimmed(line.substr(0, equals)), value = trimmed(line.substr(equals + 1));
+    const bool understood = section == kDevices ? readDevice(book, key, value)
+                            : section == kEntry ? readEntryLine(draft, key, value)
+                                                : false;
+    return understood ? nullptr : "this line is not understood";
+  }
+
+  const char* takeHeading(std::string_view line) {
+    if (line.back() != ']') return "a section's name must end with ']'";
+    if (section == kEntry && !finish(draft, book)) return "the entry before has bytes outside its record";
+    if (book.entries.size() > kMostEntries) return "there are too many entries";
+    draft = Draft();
+    constexpr std::string_view kEntryHead = "entry ";
+    const std::string_view name = line.substr(1, line.size() - 2);
+    section = name == "devices" ? kDevices : name == "end" ? kEnd : name.starts_with(kEntryHead) ? kEntry : kNowhere;
+    if (section == kNowhere) return "this section is not known";
+    if (section == kEntry && !unescape(name.substr(kEntryHead.size()), draft.entry.name))
+      return "this name is not understood";
+    return nullptr;
+  }
+};
 
 }  // namespace
 
@@ -170,50 +205,21 @@ std::string phonebookText(const Phonebook& book) {
 }
 
 std::optional<Phonebook> parsePhonebook(std::string_view text, std::string& message) {
-  Phonebook book;
-  Draft draft;
-  enum { kNowhere, kDevices, kEntry, kEnd } section = kNowhere;
-  const auto damaged = [&message](int line, const char* what) {
-    message = "line " + std::to_string(line) + ": " + what;
-    return std::nullopt;
-  };
+  Reader reader;
   int number = 0;
-  while (!text.empty()) {
+  const char* wrong = nullptr;
+  while (!text.empty() && !wrong) {
     ++number;
     const auto end = text.find('\n');
     std::string_view line = text.substr(0, end);
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     if (line.ends_with('\r')) line.remove_suffix(1);
-    line = trimmed(line);
-    if (line.empty() || line.front() == ';') continue;
-    if (section == kEnd) return damaged(number, "there is text behind the end");
-    if (line.front() == '[') {
-      if (line.back() != ']') return damaged(number, "a section's name must end with ']'");
-      if (section == kEntry && !finish(draft, book))
-        return damaged(draft.line, "the entry's bytes lie outside its record");
-      const std::string_view name = line.substr(1, line.size() - 2);
-      draft = Draft();
-      draft.line = number;
-      if (name == "devices")
-        section = kDevices;
-      else if (name == "end")
-        section = kEnd;
-      else if (name.starts_with("entry ") && unescape(name.substr(6), draft.entry.name))
-        section = kEntry;
-      else
-        return damaged(number, "this section is not known");
-      if (section == kEntry && book.entries.size() >= kMostEntries)
-        return damaged(number, "there are too many entries");
-      continue;
-    }
-    const auto equals = line.find('=');
-    if (equals == std::string_view::npos) return damaged(number, "'=' is missing");
-    const std::string_view key = trimmed(line.substr(0, equals)), value = trimmed(line.substr(equals + 1));
-    if (section == kDevices ? !readDevice(book, key, value) : section != kEntry || !readEntryLine(draft, key, value))
-      return damaged(number, "this line is not understood");
+    wrong = reader.takeLine(trimmed(line));
   }
-  if (section != kEnd) return damaged(number, "the end is missing");
-  return book;
+  if (!wrong && reader.section != Reader::kEnd) wrong = "the end is missing";
+  if (!wrong) return std::move(reader.book);
+  message = "line " + std::to_string(number) + ": " + wrong;
+  return std::nullopt;
 }
 
 }  // namespace pelvaro::line

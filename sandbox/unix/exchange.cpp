@@ -33,7 +33,7 @@ std::string portName(std::string_view text) {
 std::string takeWord(std::string_view& rest) {
   rest = trimmed(rest);
   const auto end = std::min(rest.find(' '), rest.size());
-  const std::string word(rest.substr(0, end));
+  std::string word(rest.substr(0, end));
   rest = trimmed(rest.substr(end));
   return word;
 }
@@ -196,11 +196,13 @@ bool Exchange::status() {
       print_(port + " occupied");
       continue;
     }
-    const std::string call = line->phone->number().empty()
-                                 ? "idle"
-                                 : (line->phone->online() ? "online " : "calling ") + line->phone->number();
-    print_(port + " " + line->table + " " + line->pty->path() +
-           " answer=" + answerName(line->phone->switches().answer) + " " + call);
+    const Phone& phone = *line->phone;
+    std::string text = port + " " + line->table + " " + line->pty->path() + " answer=";
+    text.append(answerName(phone.switches().answer))
+        .append(phone.number().empty() ? " idle"
+                : phone.online()       ? " online "
+                                       : " calling ");
+    print_(text.append(phone.number()));
   }
   if (lines_.empty()) print_("nothing is plugged in");
   return true;

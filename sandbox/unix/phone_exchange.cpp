@@ -100,9 +100,11 @@ void run(Exchange& exchange, const Options& options) {
       inputs.push_back({descriptor});
   }
   while (!stopped && (options.with == 0 || ::kill(options.with, 0) == 0 || errno == EPERM)) {
+    const std::vector<int> phones = exchange.descriptors();
     std::vector<pollfd> waited;
+    waited.reserve(inputs.size() + phones.size());
     for (const CommandInput& input : inputs) waited.push_back({input.descriptor, POLLIN, 0});
-    for (const int descriptor : exchange.descriptors()) waited.push_back({descriptor, POLLIN, 0});
+    for (const int descriptor : phones) waited.push_back({descriptor, POLLIN, 0});
     if (::poll(waited.data(), waited.size(), 250) <= 0) continue;
     exchange.serve();
     for (std::size_t i = inputs.size(); i-- > 0;) {

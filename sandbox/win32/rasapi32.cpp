@@ -44,7 +44,7 @@ DWORD WINAPI RasGetEntryDialParamsA(LPCSTR phonebook, LPRASDIALPARAMSA params, L
   return practice().call([&](DialLine& line) {
     std::int32_t saved = 0;
     const DWORD result = line.getEntryDialParams(phonebook, params, passwordSaved ? &saved : nullptr);
-    if (result == ERROR_SUCCESS) *passwordSaved = saved;
+    if (result == ERROR_SUCCESS && passwordSaved) *passwordSaved = saved;
     return result;
   });
 }

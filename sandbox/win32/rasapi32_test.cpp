@@ -1,12 +1,12 @@
-// The stand-in DLL as a program meets it: loaded by name, dialing for a message-only window. PELVARO_RASAPI32 names the
-// DLL ("rasapi32.dll" when unset). What needs a phone runs only when a phone exchange has one on COM5 and COM7.
+// The stand-in DLL as a program meets it: loaded at run time, dialing for a message-only window. PELVARO_RASAPI32 names
+// the DLL ("rasapi32.dll" when unset). What needs a phone runs only when a phone exchange has one on COM5 and COM7.
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <ras.h>
 
+#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -23,16 +23,20 @@ struct Functions {
   }
 };
 
+// The DLL, started in a folder of its own. It is loaded from a copy under another name, or Wine would take its own.
 const Functions& ras() {
   static const Functions functions = [] {
     char folder[MAX_PATH];
     ::GetTempPathA(sizeof folder, folder);
-    const std::string practice = std::string(folder) + "practice_" + std::to_string(::GetCurrentProcessId());
+    const std::string practice = std::string(folder) + "practice_line_test";
     ::CreateDirectoryA(practice.c_str(), nullptr);
+    for (const char* file : {"\\phonebook.txt", "\\journal.txt"}) ::DeleteFileA((practice + file).c_str());
     std::ofstream(practice + "\\scenario.txt") << "pace 20\ntimeout 3000\njournal on\n";
     ::SetEnvironmentVariableA("PELVARO_PRACTICE", practice.c_str());
     const char* path = std::getenv("PELVARO_RASAPI32");
-    return Functions{::LoadLibraryA(path ? path : "rasapi32.dll")};
+    const std::string copy = practice + "\\practice_line.dll";
+    if (path) ::CopyFileA(path, copy.c_str(), FALSE);
+    return Functions{::LoadLibraryA(path ? copy.c_str() : "rasapi32.dll")};
   }();
   return functions;
 }
@@ -43,6 +47,12 @@ bool phonesThere() {
   if (port == INVALID_HANDLE_VALUE) return false;
   ::CloseHandle(port);
   return true;
+}
+
+// Fills a text field of a record.
+template <std::size_t N>
+void put(char (&field)[N], const char* text) {
+  std::snprintf(field, N, "%s", text);
 }
 
 struct Event {
@@ -64,9 +74,9 @@ class Rasapi32 : public testing::Test {
   DWORD dial(const char* entry, const char* password = "practice") {
     RASDIALPARAMSA params{};
     params.dwSize = sizeof params;
-    std::strcpy(params.szEntryName, entry);
-    std::strcpy(params.szUserName, "guest");
-    std::strcpy(params.szPassword, password);
+    put(params.szEntryName, entry);
+    put(params.szUserName, "guest");
+    put(params.szPassword, password);
     connection_ = nullptr;
     return ras().get<decltype(::RasDialA)>("RasDialA")(nullptr, nullptr, &params, 0xFFFFFFFF, window_, &connection_);
   }
@@ -125,8 +135,8 @@ TEST_F(Rasapi32, ListsTheFirstEntriesAndModems) {
 TEST_F(Rasapi32, WritesReadsAndDeletesAnEntry) {
   RASENTRYA record{};
   record.dwSize = sizeof record;
-  std::strcpy(record.szLocalPhoneNumber, "*99#");
-  std::strcpy(record.szDnsSuffix, "apn.example");
+  put(record.szLocalPhoneNumber, "*99#");
+  put(record.szDnsSuffix, "apn.example");
   ASSERT_EQ(ras().get<decltype(::RasSetEntryPropertiesA)>("RasSetEntryPropertiesA")(nullptr, "New", &record,
                                                                                     sizeof record, nullptr, 0),
             0u);
@@ -176,6 +186,20 @@ TEST_F(Rasapi32, DialsAgainAtOnceAfterAHangUp) {
   }
 }
 
+TEST_F(Rasapi32, TwoConnectionsAreUpAtOnce) {
+  if (!phonesThere()) GTEST_SKIP() << "no phone on COM5";
+  ASSERT_EQ(dial("Work"), 0u);
+  ASSERT_EQ(events().back().state, 0x2000u);
+  const HRASCONN first = connection_;
+  ASSERT_EQ(dial("Corvanti-Home"), 0u);
+  ASSERT_EQ(events().back().state, 0x2000u);
+  EXPECT_EQ(connections(), 2u);
+  EXPECT_EQ(hangUp(), 0u);
+  connection_ = first;
+  EXPECT_EQ(hangUp(), 0u);
+  EXPECT_EQ(connections(), 0u);
+}
+
 TEST_F(Rasapi32, AWrongPasswordIsReported) {
   if (!phonesThere()) GTEST_SKIP() << "no phone on COM5";
   ASSERT_EQ(dial("Work", "wrong"), 0u);
@@ -187,7 +211,7 @@ TEST_F(Rasapi32, AWrongPasswordIsReported) {
 TEST_F(Rasapi32, AModemWithoutAPortIsReported) {
   RASENTRYA record{};
   record.dwSize = sizeof record;
-  std::strcpy(record.szDeviceName, "Nowhere Modem");
+  put(record.szDeviceName, "Nowhere Modem");
   ASSERT_EQ(ras().get<decltype(::RasSetEntryPropertiesA)>("RasSetEntryPropertiesA")(nullptr, "Nowhere", &record,
                                                                                     sizeof record, nullptr, 0),
             0u);

@@ -21,6 +21,7 @@ ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)
 BUILD = os.environ.get("PELVARO_BUILD", os.path.join(ROOT, "build"))
 SCREENS = os.path.join(BUILD, "screens")
 TOOLS = os.environ.get("PELVARO_E2E_TOOLS", os.path.join(BUILD, "win32", "tests"))
+SCREEN = (1280, 1024)
 CONTROL = "phones.control"  # the name, in the prefix, of the pipe through which the phones are told things
 
 OK, CANCEL, RETRY, YES, NO = 1, 2, 4, 6, 7  # buttons of a message box
@@ -106,11 +107,11 @@ class Process:
 
 
 class Display(Process):
-    """A virtual display of 1280 x 1024 on a free number."""
+    """A virtual display on a free number."""
 
     def __init__(self, log):
         reader, writer = os.pipe()
-        super().__init__(["Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x1024x24", "-nolisten", "tcp",
+        super().__init__(["Xvfb", "-displayfd", str(writer), "-screen", "0", "%dx%dx24" % SCREEN, "-nolisten", "tcp",
                           "-noreset"], log, pass_fds=[writer])
         os.close(writer)
         number = ""
@@ -190,7 +191,7 @@ class Window:
 
     def info(self):
         """The visible window of this class, or a hidden one; None when there is none."""
-        found = [w for w in self.driver.call("windows", self.name) if w["class"].lower() == self.name.lower()]
+        found = [w for w in self.session.windows(self.name) if w["class"].lower() == self.name.lower()]
         found.sort(key=lambda w: not w["visible"])
         return found[0] if found else None
 
@@ -411,6 +412,13 @@ class Session:
         finally:
             os.close(handle)
 
+    def windows(self, prefix="Pelvaro."):
+        """What windows there are whose class begins so."""
+        for _ in range(5):
+            with contextlib.suppress(Failure):  # a window may vanish while it is described
+                return self.driver.call("windows", prefix)
+        return self.driver.call("windows", prefix)
+
     def window(self, name):
         """A window by its class; "Form1" is short for "Pelvaro.Form1"."""
         return Window(self, name if "." in name or name.startswith(("#", "0x")) else "Pelvaro." + name)
@@ -470,12 +478,22 @@ class Session:
             at(*place)
         self.display_call("mouseup", 1)
 
-    def screenshot(self, name):
-        """A picture of the screen in build/screens/."""
+    def screenshot(self, name, margin=None):
+        """A picture of the screen in build/screens/; with a margin only of what lies around the program's windows."""
         file = os.path.join(SCREENS, name + ".png")
         os.makedirs(os.path.dirname(file), exist_ok=True)
-        subprocess.run(["import", "-window", "root", file], check=True, env=self.environment, timeout=20)
+        part = [] if margin is None else ["-crop", self._windows_part(margin), "+repage"]
+        subprocess.run(["import", "-window", "root", *part, file], check=True, env=self.environment, timeout=20)
         return file
+
+    def _windows_part(self, margin):
+        shown = [w["rect"] for kind in ("Pelvaro.", "#32770", "#32768") for w in self.windows(kind)
+                 if w["visible"] and not w["minimised"]]
+        if not shown:
+            return "%dx%d+0+0" % SCREEN
+        left, top = (max(0, min(r[i] for r in shown) - margin) for i in (0, 1))
+        right, bottom = (min(SCREEN[i], max(r[i + 2] for r in shown) + margin) for i in (0, 1))
+        return "%dx%d+%d+%d" % (right - left, bottom - top, left, top)
 
 
 class Case(unittest.TestCase):

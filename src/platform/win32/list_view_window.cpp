@@ -76,6 +76,7 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
     case static_cast<UINT>(NM_CUSTOMDRAW): return drawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
     case static_cast<UINT>(LVN_ITEMCHANGED): {
       const auto& change = reinterpret_cast<NMLISTVIEW&>(header);
+      repaint();  // a row is drawn beyond its column, and the platform renews the column alone
       const bool selected = (change.uNewState & LVIS_SELECTED) && !(change.uOldState & LVIS_SELECTED);
       if (selected && change.iItem >= 0 && !ours_ && !rightPressed_) reportClick();
       return 0;

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# What the shipped exe may be: its size, the DLLs and functions that it imports (all on Windows XP), its hardening.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/common.sh
+
+exe=build/dist/pelvaro.exe
+[ -f "$exe" ] || fail "$exe is missing: run scripts/build.sh"
+dump=$(i686-w64-mingw32-objdump -p "$exe")
+
+size=$(stat -c %s "$exe")
+[ "$size" -lt $((2 * 1024 * 1024)) ] || fail "$exe has $size bytes, over 2 MiB"
+
+allowed="ADVAPI32.dll COMCTL32.DLL GDI32.dll KERNEL32.dll USER32.dll msvcrt.dll"
+for dll in $(sed -n 's/.*DLL Name: //p' <<<"$dump"); do
+  grep -qiw "$dll" <<<"$allowed" || fail "$exe imports $dll"
+done
+# Functions that Windows XP lacks and that the compiler's own libraries like to use.
+for name in GetTickCount64 InitializeConditionVariable InitializeSRWLock AcquireSRWLockExclusive FlsAlloc TryAcquireSRWLock \
+  InitOnceExecuteOnce SleepConditionVariableSRW GetSystemTimePreciseAsFileTime InitializeCriticalSectionEx; do
+  ! grep -qw "$name" <<<"$dump" || fail "$exe imports $name, which Windows XP does not have"
+done
+for mark in DYNAMIC_BASE NX_COMPAT; do
+  grep -qw "$mark" <<<"$dump" || fail "$exe lacks $mark"
+done
+grep -qE 'MajorSubsystemVersion[[:space:]]+5' <<<"$dump" && grep -qE 'MinorSubsystemVersion[[:space:]]+1$' <<<"$dump" ||
+  fail "$exe does not name Windows XP as its oldest system"
+# No section may be both written and executed.
+i686-w64-mingw32-objdump -h "$exe" | awk '/^ +[0-9]+ /{name=$2; getline; if (/CODE/ && !/READONLY/) {print name; exit 1}}' ||
+  fail "$exe has a section that is written and executed"
+echo "1 test passed: $exe, $size bytes, imports $(sed -n 's/.*DLL Name: //p' <<<"$dump" | tr '\n' ' ')"

@@ -1,0 +1,198 @@
+"""The guided tour: goes online and off again before the reader's eyes, one plain line and one picture a step.
+
+Ends with 0 only when every step was seen. Start it with scripts/tour.sh.
+"""
+
+import glob
+import os
+import sys
+import time
+
+import pelvaro_e2e as e2e
+
+USER, PASSWORD = "guest", "practice"
+CONNECTED, DISCONNECTED, FAILED = "Status: Connected.", "Status: Disconnected.", "Fail to connect"
+PROGRESS = (("opening-port", "Opening port..."), ("port-opened", "Port opened..."),
+            ("connecting-device", "Connecting device..."), ("device-connected", "Device connected..."),
+            ("checking-password", "Checking username and password..."),
+            ("logging-on", "Logging on the network..."))
+MARGIN = 24  # of desktop around the windows in a picture
+SCENARIO = "pace 700\ntimeout 5000\n"  # slow enough for a picture of every text
+
+
+class Tour:
+    def __init__(self, session):
+        self.session, self.number, self.program = session, 0, None
+        self.main = self.prompt = self.status = None
+
+    # One line and one picture.
+    def seen(self, name, did, saw):
+        self.number += 1
+        file = "%02d-%s" % (self.number, name)
+        self.session.screenshot(file, MARGIN)
+        print("%2d  %-42s %-62s %s.png" % (self.number, did, saw, file), flush=True)
+
+    def expect(self, what, seen, wanted):
+        if seen != wanted:
+            raise e2e.Failure("%s: %r instead of %r" % (what, seen, wanted))
+
+    def wait_line(self, state):
+        self.main.wait_text("statuslbl", CONNECTED if state else DISCONNECTED, 15)
+        self.main.wait_text("Image2", "Hang Up" if state else "Connect")
+
+    def wait_failed(self):
+        self.status.wait_text("Label1", FAILED, 15)
+        self.status.wait_text("Command1", "Retry")
+
+    def phones_do(self, line, answer):
+        before = self.session.phones.log().count(answer)
+        self.session.tell_phones(line)
+        e2e.wait_for(lambda: self.session.phones.log().count(answer) > before, 5, "the phones say " + answer)
+
+    def call(self, *command):
+        return self.session.driver.call(*command)
+
+    def rest_pointer(self):
+        self.call("move", 5, 5)
+
+    # The stations.
+    def main_window(self):
+        start = time.monotonic()
+        self.program = self.session.run(os.path.join(e2e.BUILD, "dist", "pelvaro.exe"))
+        self.main.wait("visible", 30)
+        took = time.monotonic() - start
+        self.main.wait("foreground")
+        rows = self.main.rows("ListView1")
+        self.expect("the entries", rows, [["Corvanti-Office"], ["Corvanti-Home"], ["Work"]])
+        self.expect("the status", self.main.text("statuslbl"), DISCONNECTED)
+        self.expect("whether Connect can be pressed", self.main.control("Image2")["enabled"], False)
+        self.seen("main-window", "start the program", "a window after %.1f s, %d entries, nothing chosen" % (took, len(rows)))
+
+    def choose(self):
+        self.main.choose_row("ListView1", "Corvanti-Office")
+        self.main.wait_control("Image2", "enabled")
+        self.seen("entry-chosen", "click the entry Corvanti-Office", "the row is marked, Connect can be pressed")
+
+    def open_prompt(self, password, name, saw):
+        self.main.click("Image2")
+        self.prompt.wait("foreground")
+        self.rest_pointer()
+        self.prompt.enter("Text1", USER)
+        self.session.keys("tab")
+        self.call("keys", "home", "shift+end", "delete")
+        self.call("type", password)
+        self.prompt.wait_text("Text2", password)
+        self.seen(name, "click Connect, type name and password", saw)
+
+    def progress(self):
+        self.session.keys("enter")
+        for name, text in PROGRESS:
+            self.status.wait_text("Label1", text, 15)
+            self.seen(name, "wait", "\"%s\"" % text)
+        self.wait_line(True)
+        self.status.wait("hidden")
+        self.prompt.wait("hidden")
+        self.seen("connected", "wait", "\"%s\", the button says Hang Up, the dialogs are gone" % CONNECTED)
+
+    def hang_up(self):
+        self.main.click("Image2")
+        self.wait_line(False)
+        self.session.window("Form5").wait("hidden")
+        self.rest_pointer()
+        self.seen("hung-up", "click Hang Up", "\"%s\"" % DISCONNECTED)
+
+    def wrong_password(self):
+        self.open_prompt("wrong-secret", "wrong-password", "the password is masked")
+        self.session.keys("enter")
+        self.wait_failed()
+        self.seen("failed", "press Enter, wait", "\"%s\", the button says Retry" % FAILED)
+        self.prompt.enter("Text2", PASSWORD)
+        self.seen("password-mended", "type the right password over it", "the box takes it while Retry waits")
+        self.status.click("Command1")
+        self.wait_line(True)
+        self.seen("connected-by-retry", "click Retry, wait", "\"%s\"" % CONNECTED)
+
+    def cable_pulled(self):
+        self.phones_do("unplug COM5", "COM5 unplugged")
+        self.wait_line(False)
+        self.seen("cable-pulled", "pull the phone's cable", "\"%s\"" % DISCONNECTED)
+        self.phones_do("plug COM5 nokia", "COM5 plugged")
+
+    def cable_pulled_while_dialing(self):
+        self.open_prompt(PASSWORD, "prompt-again", "the cable is back, the prompt is open again")
+        self.session.keys("enter")
+        # The status window may still hold the last dial's text: so the wait begins with the first one of this.
+        self.status.wait_text("Label1", "Opening port...", 15)
+        self.status.wait_text("Label1", "Device connected...", 15)
+        self.phones_do("unplug COM5", "COM5 unplugged")
+        self.wait_failed()
+        self.seen("cable-pulled-while-dialing", "pull the cable in mid-dial", "\"%s\"" % FAILED)
+        self.phones_do("plug COM5 nokia", "COM5 plugged")
+        self.session.keys("esc")
+        self.status.wait("hidden")
+        self.prompt.wait("hidden")
+        self.seen("closed-with-escape", "press Esc", "the dialogs are gone, nothing is dialed")
+
+    def delete(self):
+        self.main.choose_row("ListView1", "Work", "right")
+        self.session.wait_menu()
+        self.seen("menu", "click Work with the right button", "a menu opens")
+        self.session.choose_menu(2)
+        self.main.wait_rows("ListView1", [["Corvanti-Office"], ["Corvanti-Home"]].__eq__)
+        with open(self.session.path("C:\\practice\\phonebook.txt")) as file:
+            self.expect("whether the phonebook has Work", "[entry Work]" in file.read(), False)
+        self.seen("deleted", "choose Delete", "the entry is gone from the list and from the phonebook")
+
+    def minimise_and_close(self):
+        self.main.click("Label6")
+        self.main.wait("minimised")
+        self.rest_pointer()
+        self.seen("minimised", "click the minimise mark", "the window is out of the way")
+        self.main.restore()
+        self.seen("restored", "bring it back", "the window is there again")
+        self.main.click("Label3")
+        e2e.wait_for(lambda: not self.program.alive, 5, "the program ends")
+        self.expect("the exit code", self.program.process.returncode, 0)
+        self.seen("closed", "click the close mark", "the program has ended")
+
+    def go(self):
+        self.main, self.prompt, self.status = map(self.session.window, ("Form1", "Form4", "frmStatus"))
+        self.main_window()
+        self.choose()
+        self.open_prompt(PASSWORD, "prompt", "the prompt, the password is masked")
+        self.progress()
+        self.hang_up()
+        self.wrong_password()
+        self.cable_pulled()
+        self.cable_pulled_while_dialing()
+        self.delete()
+        self.minimise_and_close()
+
+
+def main():
+    for old in glob.glob(os.path.join(e2e.SCREENS, "[0-9][0-9]-*.png")):
+        os.remove(old)
+    print("A practice line with two simulated phones; the pictures go to %s." % os.path.relpath(e2e.SCREENS), flush=True)
+    session = e2e.Session("tour")
+    tour = Tour(session)
+    try:
+        session.start()
+        folder = session.path("C:\\practice")
+        os.makedirs(folder)
+        with open(os.path.join(folder, "scenario.txt"), "w") as file:
+            file.write(SCENARIO)
+        session.start_phones()
+        tour.go()
+    except (e2e.Failure, OSError) as failure:
+        print("%2d  NOT SEEN: %s" % (tour.number + 1, failure), flush=True)
+        if session.display:
+            print("    the screen then: " + os.path.relpath(session.screenshot("failed/tour")))
+        return 1
+    finally:
+        session.stop()
+    print("All %d steps were seen." % tour.number)
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
