@@ -1,6 +1,7 @@
 #include "phonebook/entry_list.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "base/bytes.h"
 #include "base/text.h"
@@ -57,10 +58,14 @@ bool ActiveConnections::isUp(std::string_view entryName) {
   put32(buffer_, 0, record);  // only the first record's size is looked at
   if (ras_.enumConnections(buffer_.data(), &size, &count) != 0) return false;
   count = std::min(count, kMost);
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::string_view name = asText(ConstBytes(buffer_).subspan(i * record + field.offset, field.width));
-    const bool ends = entryName.size() == field.width || name[entryName.size()] == '\0';
-    if (ends && name.starts_with(entryName)) return true;
+  // Names mostly differ in their last byte or in the one behind it, so those are looked at first.
+  const std::size_t length = entryName.size();
+  const std::uint8_t last = length == 0 ? 0 : static_cast<std::uint8_t>(entryName.back());
+  const std::uint8_t* name = buffer_.data() + field.offset;
+  for (std::size_t i = 0; i < count; ++i, name += record) {
+    if (length != 0 && name[length - 1] != last) continue;
+    if (length != field.width && name[length] != 0) continue;
+    if (std::memcmp(name, entryName.data(), length) == 0) return true;
   }
   return false;
 }

@@ -97,7 +97,7 @@ struct ControlEvents {
 struct ControlPeer {
   virtual ~ControlPeer() = default;
   // The text as the screen has it, which is the truth: scripts and screen readers may have set it.
-  virtual void readText(std::string& text) = 0;
+  virtual const std::string& text() = 0;
   virtual void setText(const std::string& text) = 0;
   virtual void setVisible(bool visible) = 0;
   virtual void setEnabled(bool enabled) = 0;

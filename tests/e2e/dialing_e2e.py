@@ -431,6 +431,15 @@ class Dialing(Desk):
         self.status.click("Command1")
         self.wait_connected()
 
+    def test_another_program_has_the_port(self):
+        self.addCleanup(self.plug, "COM5", "nokia")
+        self.addCleanup(self.phones_do, "unplug COM5", "COM5 unplugged")
+        self.phones_do("occupy COM5", "COM5 occupied")
+        self.dial()
+        self.wait_failed()
+        self.assertEqual(self.journal("notify", "hangUp"),
+                         ["notify state=0x0 error=0", "notify state=0x0 error=633", "hangUp handle=0x10001 -> 0"])
+
     def test_the_cable_is_pulled_while_it_is_connected(self):
         self.connect()
         self.unplug("COM5", "nokia")
@@ -566,7 +575,7 @@ class Dialing(Desk):
     def test_the_minimise_mark(self):
         self.main.click("Label6")
         self.main.restore()
-        self.wait_focus("ListView1")
+        e2e.wait_for(self.focus, 5, "one of the controls has the focus")
         self.open_prompt()
 
     def test_the_close_mark_ends_the_program(self):
@@ -589,6 +598,66 @@ class Dialing(Desk):
         self.main.click("Label3")
         self.wait_ended()
         self.assertEqual(self.journal("hangUp"), [])
+
+    def test_the_program_ends_behind_an_open_menu(self):
+        self.main.choose_row("ListView1", OFFICE, "right")
+        self.session.wait_menu()
+        self.main.close()
+        self.wait_ended()
+
+    def test_alt_f4_closes_the_prompt_alone(self):
+        self.open_prompt()
+        self.session.keys("alt+f4")
+        self.prompt.wait("gone")
+        self.stays(lambda: self.program.alive and self.visible() == ["Form1"], 0.2)
+
+    def test_a_dial_goes_on_when_its_window_is_closed(self):
+        self.begin("pace 150\ntimeout 3000\njournal on\n")
+        self.dial()
+        self.status.wait_text("Label1", "Port opened...")
+        self.status.wait("foreground")
+        self.session.keys("alt+f4")
+        self.wait_visible("Form1")
+        self.wait_connected()
+        self.assertEqual(self.journal("hangUp"), [])
+
+    def test_ok_twice_dials_twice_and_harms_nothing(self):
+        self.open_prompt()
+        self.prompt.enter("Text1", USER)
+        self.prompt.enter("Text2", PASSWORD)
+        self.prompt.click("Command1", "double")
+        e2e.wait_for(lambda: len(self.journal("dial")) == 2, 5, "two dials")
+        self.wait_connected()
+        self.main.click("Image2")
+        self.stays(lambda: self.program.alive and self.main.info()["enabled"], 0.3)
+
+    def test_the_entry_of_a_connection_is_deleted(self):
+        self.connect()
+        self.main.choose_row("ListView1", OFFICE, "right")
+        self.session.choose_menu(2)
+        self.main.wait_rows("ListView1", [[HOME], [WORK]].__eq__)
+        self.wait_disconnected()
+        self.connect(HOME)
+
+    def test_an_empty_phonebook(self):
+        self.begin(book=phonebook())
+        self.assertEqual(self.main.list("ListView1")["count"], 0)
+        self.assertEqual(self.main.text("statuslbl"), DISCONNECTED)
+        self.assertFalse(self.main.control("Image2")["enabled"])
+        self.session.keys("down", "apps", "space", "enter", "delete")
+        self.stays(lambda: self.visible() == ["Form1"] and not self.session.driver.call("menus"), 0.2)
+
+    def test_connect_and_hang_up_many_times(self):
+        self.begin("pace 0\ntimeout 3000\njournal on\n")
+        self.connect()
+        for _ in range(10):
+            self.main.click("Image2")
+            self.wait_disconnected()
+            self.session.keys("space")
+            self.prompt.wait("foreground")
+            self.session.keys("enter")
+            self.wait_connected()
+        self.assertEqual(len(self.session.windows()), 4)
 
     def test_escape(self):
         self.session.keys("esc")

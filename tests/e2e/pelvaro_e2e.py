@@ -336,6 +336,7 @@ class Session:
         self.managed, self.dpi, self.dlls = managed, dpi, dlls
         self.programs, self.display, self.manager, self.driver, self.phones = [], None, None, None, None
         self.environment = None
+        self.last_part = "%dx%d+0+0" % SCREEN  # of the screen, in the last picture
 
     def _log(self, what):
         return os.path.join(self.logs, what + ".log")
@@ -479,7 +480,8 @@ class Session:
         self.display_call("mouseup", 1)
 
     def screenshot(self, name, margin=None):
-        """A picture of the screen in build/screens/; with a margin only of what lies around the program's windows."""
+        """A picture of the screen in build/screens/. With a margin only of what lies around the program's windows, or
+        where they were last when none is seen now."""
         file = os.path.join(SCREENS, name + ".png")
         os.makedirs(os.path.dirname(file), exist_ok=True)
         part = [] if margin is None else ["-crop", self._windows_part(margin), "+repage"]
@@ -490,10 +492,11 @@ class Session:
         shown = [w["rect"] for kind in ("Pelvaro.", "#32770", "#32768") for w in self.windows(kind)
                  if w["visible"] and not w["minimised"]]
         if not shown:
-            return "%dx%d+0+0" % SCREEN
+            return self.last_part
         left, top = (max(0, min(r[i] for r in shown) - margin) for i in (0, 1))
         right, bottom = (min(SCREEN[i], max(r[i + 2] for r in shown) + margin) for i in (0, 1))
-        return "%dx%d+%d+%d" % (right - left, bottom - top, left, top)
+        self.last_part = "%dx%d+%d+%d" % (right - left, bottom - top, left, top)
+        return self.last_part
 
 
 class Case(unittest.TestCase):

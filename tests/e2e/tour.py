@@ -54,6 +54,7 @@ class Tour:
 
     def rest_pointer(self):
         self.call("move", 5, 5)
+        time.sleep(0.5)  # until what it has left is drawn at rest again
 
     # The stations.
     def main_window(self):
@@ -66,7 +67,8 @@ class Tour:
         self.expect("the entries", rows, [["Corvanti-Office"], ["Corvanti-Home"], ["Work"]])
         self.expect("the status", self.main.text("statuslbl"), DISCONNECTED)
         self.expect("whether Connect can be pressed", self.main.control("Image2")["enabled"], False)
-        self.seen("main-window", "start the program", "a window after %.1f s, %d entries, nothing chosen" % (took, len(rows)))
+        saw = "a window after %.1f s, %d entries, nothing chosen" % (took, len(rows))
+        self.seen("main-window", "start the program", saw)
 
     def choose(self):
         self.main.choose_row("ListView1", "Corvanti-Office")
@@ -76,10 +78,9 @@ class Tour:
     def open_prompt(self, password, name, saw):
         self.main.click("Image2")
         self.prompt.wait("foreground")
-        self.rest_pointer()
         self.prompt.enter("Text1", USER)
-        self.session.keys("tab")
-        self.call("keys", "home", "shift+end", "delete")
+        self.rest_pointer()
+        self.session.keys("tab", "home", "shift+end", "delete")
         self.call("type", password)
         self.prompt.wait_text("Text2", password)
         self.seen(name, "click Connect, type name and password", saw)
@@ -92,7 +93,7 @@ class Tour:
         self.wait_line(True)
         self.status.wait("hidden")
         self.prompt.wait("hidden")
-        self.seen("connected", "wait", "\"%s\", the button says Hang Up, the dialogs are gone" % CONNECTED)
+        self.seen("connected", "wait", "\"%s\", the dialogs are gone" % CONNECTED)
 
     def hang_up(self):
         self.main.click("Image2")
@@ -149,6 +150,7 @@ class Tour:
         self.rest_pointer()
         self.seen("minimised", "click the minimise mark", "the window is out of the way")
         self.main.restore()
+        self.rest_pointer()
         self.seen("restored", "bring it back", "the window is there again")
         self.main.click("Label3")
         e2e.wait_for(lambda: not self.program.alive, 5, "the program ends")
@@ -172,7 +174,8 @@ class Tour:
 def main():
     for old in glob.glob(os.path.join(e2e.SCREENS, "[0-9][0-9]-*.png")):
         os.remove(old)
-    print("A practice line with two simulated phones; the pictures go to %s." % os.path.relpath(e2e.SCREENS), flush=True)
+    folder = os.path.relpath(e2e.SCREENS)
+    print("A practice line with two simulated phones; the pictures go to %s." % folder, flush=True)
     session = e2e.Session("tour")
     tour = Tour(session)
     try:

@@ -144,12 +144,12 @@ void ButtonWindow::drawContent(HDC dc, RECT area, COLORREF colour) {
     const int size = scaled(kPictureSize);
     const LONG left = area.left + ((area.right - area.left) - size) / 2;
     const LONG top = area.top + scaled(kPictureTop);
-    picture(dc, metrics_, picture_, {left, top, left + size, top + size}, !enabled());
+    paintPicture(dc, metrics_, picture_, {left, top, left + size, top + size}, !enabled());
     const LONG above = area.top;
     area.top = above + scaled(kCaptionTop);
     area.bottom = above + scaled(kCaptionBottom);
   }
-  text(dc, text_, area, metrics_.font(), colour, DT_SINGLELINE | DT_VCENTER | DT_CENTER | DT_END_ELLIPSIS);
+  paintText(dc, text_, area, metrics_.font(), colour, DT_SINGLELINE | DT_VCENTER | DT_CENTER | DT_END_ELLIPSIS);
 }
 
 void ButtonWindow::drawMark(HDC dc, const RECT& area, bool pressed) {

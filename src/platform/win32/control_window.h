@@ -29,7 +29,7 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   ControlWindow(const ControlWindow&) = delete;
   ControlWindow& operator=(const ControlWindow&) = delete;
 
-  void readText(std::string& text) override { text = text_; }
+  const std::string& text() override { return text_; }
   void setText(const std::string& text) override;
   void setVisible(bool visible) override;
   void setEnabled(bool enabled) override;

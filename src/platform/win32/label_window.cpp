@@ -29,7 +29,7 @@ void LabelWindow::draw(DRAWITEMSTRUCT& item) {
   const Canvas canvas(item.hDC, area);
   fill(canvas.dc(), area, colours_.background);
   if (layout_.kind == ControlKind::picture) {
-    picture(canvas.dc(), metrics_, picture_, area, false);
+    paintPicture(canvas.dc(), metrics_, picture_, area, false);
     return;
   }
   if (layout_.leftRule) {
@@ -65,7 +65,7 @@ void LabelWindow::drawText(HDC dc, RECT area) {
     const LONG spare = (area.bottom - area.top) - (needed.bottom - needed.top);
     if (spare > 0) area.top += spare / 2;
   }
-  text(dc, text_, area, font, enabled() ? colours_.text : palette::kMuted, format);
+  paintText(dc, text_, area, font, enabled() ? colours_.text : palette::kMuted, format);
 }
 
 // "caption: number unit" in three columns; a text of another form is drawn as it is.
@@ -76,14 +76,14 @@ void LabelWindow::drawFigure(HDC dc, const RECT& area) {
   const std::string_view figure = whole.substr(colon + 2);
   const auto blank = figure.find(' ');
   const HFONT font = metrics_.font();
-  text(dc, whole.substr(0, colon + 1), area, font, colours_.text, kOneLine);
+  paintText(dc, whole.substr(0, colon + 1), area, font, colours_.text, kOneLine);
   RECT number = area;
   number.right = area.left + scaled(kNumberEnd);
-  text(dc, figure.substr(0, blank), number, font, colours_.text, kOneLine | DT_RIGHT);
+  paintText(dc, figure.substr(0, blank), number, font, colours_.text, kOneLine | DT_RIGHT);
   if (blank == std::string_view::npos) return;
   RECT unit = area;
   unit.left += scaled(kUnitBegin);
-  text(dc, figure.substr(blank + 1), unit, font, colours_.text, kOneLine);
+  paintText(dc, figure.substr(blank + 1), unit, font, colours_.text, kOneLine);
 }
 
 }  // namespace pelvaro::win32

@@ -44,7 +44,12 @@ void ListViewWindow::setRowCount(int count) {
 }
 
 int ListViewWindow::selectedRow() {
-  return static_cast<int>(::SendMessageA(window_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), MAKELPARAM(LVNI_SELECTED, 0)));
+  if (!selectedKnown_) {
+    selected_ = static_cast<int>(
+        ::SendMessageA(window_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), MAKELPARAM(LVNI_SELECTED, 0)));
+    selectedKnown_ = true;
+  }
+  return selected_;
 }
 
 void ListViewWindow::selectRow(int row) {
@@ -71,6 +76,7 @@ void ListViewWindow::released(MouseButton button, int x, int y) {
 }
 
 LRESULT ListViewWindow::notified(NMHDR& header) {
+  selectedKnown_ = false;
   switch (header.code) {
     case static_cast<UINT>(LVN_GETDISPINFOA): giveText(reinterpret_cast<NMLVDISPINFOA&>(header).item); return 0;
     case static_cast<UINT>(NM_CUSTOMDRAW): return drawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
@@ -99,6 +105,7 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
 LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   const int x = GET_X_LPARAM(lParam);
   const int y = GET_Y_LPARAM(lParam);
+  selectedKnown_ = false;
   switch (number) {
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN: {
@@ -152,11 +159,12 @@ void ListViewWindow::giveText(LVITEMA& item) {
 LRESULT ListViewWindow::drawRow(NMLVCUSTOMDRAW& drawing) {
   if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
   if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-  const HDC dc = drawing.nmcd.hdc;
   const int row = static_cast<int>(drawing.nmcd.dwItemSpec);
   RECT area{LVIR_BOUNDS, 0, 0, 0};
   ::SendMessageA(window_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area));
   area.right = client().right;
+  const Canvas canvas(drawing.nmcd.hdc, area);
+  const HDC dc = canvas.dc();
   const bool contrast = metrics_.highContrast();
   const bool selected = ::SendMessageA(window_, LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) != 0;
   COLORREF ground = colours_.background;
@@ -170,12 +178,12 @@ LRESULT ListViewWindow::drawRow(NMLVCUSTOMDRAW& drawing) {
   if (selected && !contrast) frame(dc, area, palette::kSelectedEdge, metrics_.lineWidth());
   if (picture_ != Picture::none) {
     const LONG left = area.left + scaled(kIconLeft);
-    picture(dc, metrics_, picture_, {left, area.top, left + scaled(kIconSize), area.bottom}, false);
+    paintPicture(dc, metrics_, picture_, {left, area.top, left + scaled(kIconSize), area.bottom}, false);
   }
   RECT place = area;
   place.left += scaled(kTextLeft);
   place.right -= scaled(kTextRight);
-  text(dc, events_.cellText(row, 0), place, metrics_.font(), ink, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
+  paintText(dc, events_.cellText(row, 0), place, metrics_.font(), ink, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
   return CDRF_SKIPDEFAULT;
 }
 

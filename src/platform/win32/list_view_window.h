@@ -28,6 +28,10 @@ class ListViewWindow : public ControlWindow {
   void openMenuByKeyboard();
 
   HIMAGELIST rowHeight_ = nullptr;  // an empty list whose only purpose is to make the rows as high as they are
+  // The selected row as the control last told it. Any message may change it, and between messages nothing can: a poll
+  // that asks twenty times a second mostly costs no message.
+  int selected_ = -1;
+  bool selectedKnown_ = false;
   bool ours_ = false;               // a selection that we make ourselves raises nothing
   bool rightPressed_ = false;       // a right click is reported at its release
   bool reported_ = false;           // this press has raised its click already

@@ -14,13 +14,25 @@ struct Selected {
   HGDIOBJ before_;
 };
 
+// In memory of our own: blending icons into a bitmap of the screen would fetch every pixel back from it.
+HBITMAP memoryBitmap(HDC target, const RECT& area) {
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = area.right - area.left;
+  info.bmiHeader.biHeight = area.top - area.bottom;  // negative: the first row is the topmost
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  void* bits = nullptr;
+  return ::CreateDIBSection(target, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+}
+
 }  // namespace
 
 Canvas::Canvas(HDC target, const RECT& area)
     : target_(target),
       area_(area),
       dc_(::CreateCompatibleDC(target)),
-      bitmap_(::CreateCompatibleBitmap(target, area.right - area.left, area.bottom - area.top)),
+      bitmap_(memoryBitmap(target, area)),
       before_(::SelectObject(dc_, bitmap_)) {
   ::SetViewportOrgEx(dc_, -area.left, -area.top, nullptr);
 }
@@ -68,14 +80,14 @@ void dotted(HDC dc, const RECT& area, COLORREF colour) {
   }
 }
 
-void text(HDC dc, std::string_view what, RECT area, HFONT font, COLORREF colour, UINT format) {
+void paintText(HDC dc, std::string_view what, RECT area, HFONT font, COLORREF colour, UINT format) {
   const Selected withFont(dc, font);
   ::SetBkMode(dc, TRANSPARENT);
   ::SetTextColor(dc, colour);
   ::DrawTextA(dc, what.data(), static_cast<int>(what.size()), &area, format | DT_NOPREFIX);
 }
 
-void picture(HDC dc, ScreenMetrics& metrics, Picture what, const RECT& area, bool muted) {
+void paintPicture(HDC dc, ScreenMetrics& metrics, Picture what, const RECT& area, bool muted) {
   const int room = static_cast<int>(area.right - area.left);
   const HICON icon = metrics.icon(what, room, muted);
   if (!icon) return;

@@ -54,8 +54,8 @@ void roundFace(HDC dc, const RECT& area, int radius, COLORREF face, COLORREF edg
 // A dotted outline, one pixel wide.
 void dotted(HDC dc, const RECT& area, COLORREF colour);
 // A text without "&" marks, laid by DrawText's `format`.
-void text(HDC dc, std::string_view what, RECT area, HFONT font, COLORREF colour, UINT format);
+void paintText(HDC dc, std::string_view what, RECT area, HFONT font, COLORREF colour, UINT format);
 // An icon in the middle of `area`, muted for a disabled control.
-void picture(HDC dc, ScreenMetrics& metrics, Picture what, const RECT& area, bool muted);
+void paintPicture(HDC dc, ScreenMetrics& metrics, Picture what, const RECT& area, bool muted);
 
 }  // namespace pelvaro::win32

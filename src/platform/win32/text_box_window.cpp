@@ -1,5 +1,6 @@
 #include "platform/win32/text_box_window.h"
 
+#include "base/bytes.h"
 #include "platform/win32/paint.h"
 
 namespace pelvaro::win32 {
@@ -17,13 +18,15 @@ TextBoxWindow::TextBoxWindow(const ControlLayout& layout, ControlEvents& events,
   ::SendMessageA(window_, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
 }
 
-void TextBoxWindow::readText(std::string& text) {
+const std::string& TextBoxWindow::text() {
   const int length = ::GetWindowTextLengthA(window_);
-  text.resize(static_cast<std::size_t>(length));
-  if (length == 0) return;
+  wipe(text_);  // it may have been a password
+  text_.resize(static_cast<std::size_t>(length));
+  if (length == 0) return text_;
   // The platform writes a terminator behind the text; a std::string has room for one.
-  const int copied = ::GetWindowTextA(window_, text.data(), length + 1);
-  text.resize(static_cast<std::size_t>(copied < 0 ? 0 : copied));
+  const int copied = ::GetWindowTextA(window_, text_.data(), length + 1);
+  text_.resize(static_cast<std::size_t>(copied < 0 ? 0 : copied));
+  return text_;
 }
 
 void TextBoxWindow::shrink(RECT& area) const {

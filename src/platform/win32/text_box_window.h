@@ -8,7 +8,7 @@ namespace pelvaro::win32 {
 class TextBoxWindow : public ControlWindow {
  public:
   TextBoxWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings);
-  void readText(std::string& text) override;
+  const std::string& text() override;
 
  protected:
   LRESULT message(UINT number, WPARAM wParam, LPARAM lParam) override;

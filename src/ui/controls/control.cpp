@@ -28,8 +28,7 @@ void Control::touch() { form_.load(); }
 
 const std::string& Control::text() {
   touch();
-  if (peer_) peer_->readText(text_);
-  return text_;
+  return peer_ ? peer_->text() : text_;
 }
 
 void Control::setText(std::string_view newText) {

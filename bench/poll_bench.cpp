@@ -1,0 +1,142 @@
+// The state poll and the refill of the list on the real controls, each beside the bare call of the dial-up service in
+// the same run, with 256 entries and 256 connections; and how many heap allocations a poll makes.
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "base/bytes.h"
+#include "dial_line.h"
+#include "line_dial_service.h"
+#include "memory_ports.h"
+#include "platform/services.h"
+#include "platform/win32/dial_event_window.h"
+#include "platform/win32/dialogs.h"
+#include "platform/win32/environment.h"
+#include "platform/win32/event_loop.h"
+#include "platform/win32/form_window.h"
+#include "platform/win32/registry.h"
+#include "platform/win32/telephony.h"
+#include "ui/windows.h"
+
+namespace {
+long g_allocations = 0;
+}  // namespace
+
+void* operator new(std::size_t size) {
+  ++g_allocations;
+  if (void* memory = std::malloc(size)) return memory;
+  throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace {
+
+using namespace pelvaro;
+
+double microseconds(const std::function<void()>& what, int times) {
+  LARGE_INTEGER begin, end, frequency;
+  ::QueryPerformanceFrequency(&frequency);
+  ::QueryPerformanceCounter(&begin);
+  for (int i = 0; i < times; ++i) what();
+  ::QueryPerformanceCounter(&end);
+  return 1e6 * static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart) / times;
+}
+
+// The median of many short turns, taken alternately so that both see the same machine.
+void compare(const std::function<void()>& ours, const std::function<void()>& reference, int times, double& ourTime,
+             double& referenceTime) {
+  std::vector<double> a, b;
+  for (int i = 0; i < 31; ++i) {
+    b.push_back(microseconds(reference, times));
+    a.push_back(microseconds(ours, times));
+  }
+  std::sort(a.begin(), a.end());
+  std::sort(b.begin(), b.end());
+  ourTime = a[a.size() / 2];
+  referenceTime = b[b.size() / 2];
+}
+
+int g_paints = 0;
+HWND g_watched = nullptr;
+LRESULT CALLBACK countPaints(int code, WPARAM wParam, LPARAM lParam) {
+  const auto& message = *reinterpret_cast<CWPSTRUCT*>(lParam);
+  if (code == HC_ACTION && message.message == WM_PAINT && message.hwnd == g_watched) ++g_paints;
+  return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+}  // namespace
+
+int main() {
+  ::InitCommonControls();
+  line::Scenario scenario;
+  scenario.entries = 256;
+  scenario.connections = 256;
+  line::MemoryPorts ports;
+  line::DialLine line(line::firstPhonebook(), scenario, ports, {});
+  line::LineDialService ras(line);
+  win32::MessageLoop loop;
+  win32::HiddenDialWindow dialWindow(loop);
+  win32::FormScreen screen(loop);
+  win32::SystemDialogs dialogs(screen);
+  win32::SystemEnvironment environment;
+  win32::SystemRegistry registry;
+  win32::SystemTelephony telephony;
+  Services services{ras, dialWindow, dialogs, environment, loop, screen, registry, telephony};
+  Windows windows(services);
+  Form1& main = windows.form1;
+  main.show();
+  loop.yield();
+  main.ListView1.selectRow(200);
+  main.Timer1.onTick();
+
+  std::vector<std::uint8_t> buffer(412 * 256);
+  const auto bareConnections = [&] {
+    put32(buffer, 0, 412);
+    auto size = static_cast<std::uint32_t>(buffer.size());
+    std::uint32_t count = 0;
+    ras.enumConnections(buffer.data(), &size, &count);
+  };
+  double poll = 0, bare = 0;
+  compare([&] { main.Timer1.onTick(); }, bareConnections, 50, poll, bare);
+  std::printf("one poll, 256 entries and 256 connections: %.2f us, bare enumeration %.2f us, ratio %.2f (at most 1.20)\n",
+              poll, bare, poll / bare);
+  const long before = g_allocations;
+  for (int i = 0; i < 1000; ++i) main.Timer1.onTick();
+  std::printf("heap allocations in 1000 polls: %ld (none allowed)\n", g_allocations - before);
+
+  std::vector<std::uint8_t> names(264 * 256);
+  const auto bareEntries = [&] {
+    for (std::size_t i = 0; i < names.size(); i += 264) put32(names, i, 264);
+    auto size = static_cast<std::uint32_t>(names.size());
+    std::uint32_t count = 0;
+    ras.enumEntries(nullptr, names.data(), &size, &count);
+  };
+  double refill = 0, listing = 0;
+  compare(
+      [&] {
+        main.refreshList();
+        loop.yield();  // the repaint
+      },
+      bareEntries, 3, refill, listing);
+  std::printf("refilling 256 rows with its repaint: %.2f ms, bare listing %.2f ms, difference %.2f ms (below 5.00)\n",
+              refill / 1000, listing / 1000, (refill - listing) / 1000);
+
+  for (HWND child = ::GetWindow(screen.mainWindow(), GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+    char name[32];
+    ::GetClassNameA(child, name, sizeof name);
+    if (std::string(name) == "SysListView32") g_watched = child;
+  }
+  const HHOOK hook = ::SetWindowsHookExA(WH_CALLWNDPROC, &countPaints, nullptr, ::GetCurrentThreadId());
+  loop.yield();
+  g_paints = 0;
+  main.refreshList();
+  ::UpdateWindow(g_watched);
+  ::UnhookWindowsHookEx(hook);
+  std::printf("repaints of the list in one refill: %d (one)\n", g_paints);
+  return 0;
+}

@@ -1,0 +1,119 @@
+// Whole-process measures under Windows or Wine, the program beside a bare window in the same run: time from the start
+// to the first visible window, peak memory, and the processor's time while idle.
+//   process_bench PROGRAM BARE [SECONDS IDLE]
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "platform/win32/windows_header.h"
+
+// Behind windows_header.h.
+#include <psapi.h>
+
+namespace {
+
+struct Wanted {
+  DWORD process;
+  const char* windowClass;
+  HWND found;
+};
+
+BOOL CALLBACK look(HWND window, LPARAM parameter) {
+  auto& wanted = *reinterpret_cast<Wanted*>(parameter);
+  DWORD process = 0;
+  ::GetWindowThreadProcessId(window, &process);
+  char name[64] = "";
+  ::GetClassNameA(window, name, sizeof name);
+  if (process != wanted.process || !::IsWindowVisible(window) || std::string(name) != wanted.windowClass) return TRUE;
+  wanted.found = window;
+  return FALSE;
+}
+
+struct Started {
+  PROCESS_INFORMATION process{};
+  double milliseconds = -1;
+
+  Started(const char* program, const char* windowClass) {
+    std::string command = std::string("\"") + program + "\"";
+    STARTUPINFOA info{};
+    info.cb = sizeof info;
+    LARGE_INTEGER begin, end, frequency;
+    ::QueryPerformanceFrequency(&frequency);
+    ::QueryPerformanceCounter(&begin);
+    if (!::CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &info, &process)) return;
+    Wanted wanted{process.dwProcessId, windowClass, nullptr};
+    do {
+      ::EnumWindows(&look, reinterpret_cast<LPARAM>(&wanted));
+      ::QueryPerformanceCounter(&end);
+      milliseconds = 1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart);
+      if (!wanted.found) ::Sleep(1);
+    } while (!wanted.found && milliseconds < 20000);
+  }
+  ~Started() {
+    ::TerminateProcess(process.hProcess, 0);
+    ::WaitForSingleObject(process.hProcess, 5000);
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+  }
+  Started(const Started&) = delete;
+  Started& operator=(const Started&) = delete;
+
+  double peakMib() const {
+    PROCESS_MEMORY_COUNTERS counters{};
+    ::GetProcessMemoryInfo(process.hProcess, &counters, sizeof counters);
+    return static_cast<double>(counters.PeakWorkingSetSize) / (1024.0 * 1024.0);
+  }
+  // User and kernel time so far, in milliseconds.
+  double processorTime() const {
+    FILETIME created, exited, kernel, user;
+    ::GetProcessTimes(process.hProcess, &created, &exited, &kernel, &user);
+    const auto time = [](const FILETIME& f) {
+      return static_cast<double>((static_cast<unsigned long long>(f.dwHighDateTime) << 32) | f.dwLowDateTime) / 10000.0;
+    };
+    return time(kernel) + time(user);
+  }
+};
+
+double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count < 3) return std::fprintf(stderr, "usage: process_bench PROGRAM BARE [SECONDS IDLE]\n"), 2;
+  const char* program = arguments[1];
+  const char* bare = arguments[2];
+  const int idleSeconds = count > 3 ? std::atoi(arguments[3]) : 10;
+
+  std::vector<double> ours, reference;
+  double ourPeak = 0, referencePeak = 0;
+  for (int i = 0; i < 11; ++i) {  // alternately, so that both see the same machine
+    {
+      const Started one(bare, "Pelvaro.Bare");
+      reference.push_back(one.milliseconds);
+      ::Sleep(300);
+      referencePeak = std::max(referencePeak, one.peakMib());
+    }
+    const Started one(program, "Pelvaro.Form1");
+    ours.push_back(one.milliseconds);
+    ::Sleep(300);
+    ourPeak = std::max(ourPeak, one.peakMib());
+  }
+  std::printf("first window: %.1f ms, bare window %.1f ms, ratio %.2f (at most 1.50)\n", median(ours), median(reference),
+              median(ours) / median(reference));
+  std::printf("peak memory: %.1f MiB, bare window %.1f MiB, difference %.1f (at most 7.0)\n", ourPeak, referencePeak,
+              ourPeak - referencePeak);
+
+  const Started idle(program, "Pelvaro.Form1");
+  ::Sleep(2000);
+  const double before = idle.processorTime();
+  ::Sleep(static_cast<DWORD>(idleSeconds) * 1000);
+  const double used = idle.processorTime() - before;
+  std::printf("idle: %.0f ms of processor time in %d s, %.3f %% of a core (below 0.300)\n", used, idleSeconds,
+              used / (10.0 * idleSeconds));
+  return 0;
+}
