@@ -637,7 +637,9 @@ class Dialing(Desk):
         self.session.choose_menu(2)
         self.main.wait_rows("ListView1", [[HOME], [WORK]].__eq__)
         self.wait_disconnected()
-        self.connect(HOME)
+        self.open_prompt(HOME)
+        self.session.keys("enter")
+        self.wait_connected()
 
     def test_an_empty_phonebook(self):
         self.begin(book=phonebook())

@@ -1,5 +1,6 @@
 #include "platform/win32/list_view_window.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "platform/win32/paint.h"
@@ -17,7 +18,7 @@ ListViewWindow::ListViewWindow(const ControlLayout& layout, ControlEvents& event
     : ControlWindow(layout, events, surroundings) {
   create(WC_LISTVIEWA,
          LVS_REPORT | LVS_SINGLESEL | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS | WS_BORDER | WS_TABSTOP);
-  ::SendMessageA(window_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+  ::SendMessageA(window_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
   rowHeight_ = ::ImageList_Create(1, scaled(kRowHeight) - 1, ILC_COLOR, 1, 0);
   ::SendMessageA(window_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(rowHeight_));
   LVCOLUMNA column{};
@@ -39,7 +40,10 @@ void ListViewWindow::setColours(Colours colours) {
 }
 
 void ListViewWindow::setRowCount(int count) {
-  ::SendMessageA(window_, LVM_SETITEMCOUNT, static_cast<WPARAM>(count), 0);
+  // The control draws its scroll bar at once when it learns of a count: it is told only of a new one.
+  if (count != ::SendMessageA(window_, LVM_GETITEMCOUNT, 0, 0)) {
+    ::SendMessageA(window_, LVM_SETITEMCOUNT, static_cast<WPARAM>(count), LVSICF_NOINVALIDATEALL);
+  }
   repaint();
 }
 
@@ -120,6 +124,7 @@ LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case WM_CONTEXTMENU:
       if (lParam == -1) openMenuByKeyboard();
       return 0;
+    case WM_ERASEBKGND: eraseBelowRows(reinterpret_cast<HDC>(wParam)); return 1;
     case WM_NCPAINT: {
       const LRESULT result = passOn(number, wParam, lParam);
       drawFrame();
@@ -137,6 +142,17 @@ LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     default: break;
   }
   return passOn(number, wParam, lParam);
+}
+
+// Every row covers its ground itself, so that nothing is drawn twice and nothing flickers.
+void ListViewWindow::eraseBelowRows(HDC dc) {
+  RECT area = client();
+  const auto count = ::SendMessageA(window_, LVM_GETITEMCOUNT, 0, 0);
+  RECT last{LVIR_BOUNDS, 0, 0, 0};
+  if (count > 0 && ::SendMessageA(window_, LVM_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&last))) {
+    area.top = std::min(area.bottom, std::max(area.top, last.bottom));
+  }
+  fill(dc, area, colours_.background);
 }
 
 // The menu key does what a right click on the selected row does.

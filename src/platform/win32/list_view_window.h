@@ -25,6 +25,7 @@ class ListViewWindow : public ControlWindow {
   LRESULT drawRow(NMLVCUSTOMDRAW& drawing);
   void giveText(LVITEMA& item);
   void drawFrame();
+  void eraseBelowRows(HDC dc);
   void openMenuByKeyboard();
 
   HIMAGELIST rowHeight_ = nullptr;  // an empty list whose only purpose is to make the rows as high as they are
