@@ -1,6 +1,7 @@
 // Whole-process measures under Windows or Wine, the program beside a bare window in the same run: time from the start
 // to the first visible window, peak memory, and the processor's time while idle.
-//   process_bench PROGRAM BARE [SECONDS IDLE]
+//   process_bench start PROGRAM BARE
+//   process_bench idle PROGRAM SECONDS
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -81,17 +82,10 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-}  // namespace
-
-int main(int count, char** arguments) {
-  if (count < 3) return std::fprintf(stderr, "usage: process_bench PROGRAM BARE [SECONDS IDLE]\n"), 2;
-  const char* program = arguments[1];
-  const char* bare = arguments[2];
-  const int idleSeconds = count > 3 ? std::atoi(arguments[3]) : 10;
-
+void measureStart(const char* program, const char* bare) {
   std::vector<double> ours, reference;
   double ourPeak = 0, referencePeak = 0;
-  for (int i = 0; i < 11; ++i) {  // alternately, so that both see the same machine
+  for (int i = 0; i < 21; ++i) {  // alternately, so that both see the same machine
     {
       const Started one(bare, "Pelvaro.Bare");
       reference.push_back(one.milliseconds);
@@ -107,13 +101,26 @@ int main(int count, char** arguments) {
               median(ours) / median(reference));
   std::printf("peak memory: %.1f MiB, bare window %.1f MiB, difference %.1f (at most 7.0)\n", ourPeak, referencePeak,
               ourPeak - referencePeak);
+}
 
+void measureIdle(const char* program, int seconds) {
   const Started idle(program, "Pelvaro.Form1");
   ::Sleep(2000);
   const double before = idle.processorTime();
-  ::Sleep(static_cast<DWORD>(idleSeconds) * 1000);
+  ::Sleep(static_cast<DWORD>(seconds) * 1000);
   const double used = idle.processorTime() - before;
-  std::printf("idle: %.0f ms of processor time in %d s, %.3f %% of a core (below 0.300)\n", used, idleSeconds,
-              used / (10.0 * idleSeconds));
+  std::printf("idle: %.0f ms of processor time in %d s, %.3f %% of a core (below 0.300)\n", used, seconds,
+              used / (10.0 * seconds));
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count != 4) return std::fprintf(stderr, "usage: process_bench start PROGRAM BARE | idle PROGRAM SECONDS\n"), 2;
+  if (std::string(arguments[1]) == "start") {
+    measureStart(arguments[2], arguments[3]);
+  } else {
+    measureIdle(arguments[2], std::atoi(arguments[3]));
+  }
   return 0;
 }

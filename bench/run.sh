@@ -14,10 +14,11 @@ prefix="$PWD/build/prefix-bench"
 trap 'wineStop "$prefix"; displayStop' EXIT
 scripts/practice_prefix.sh "$prefix" --kind e2e --fresh
 mkdir -p "$prefix/drive_c/practice"
-printf 'entries 256\nconnections 256\n' >"$prefix/drive_c/practice/scenario.txt"
 displayStart
 wineStart "$prefix"
 run() { WINEPREFIX="$prefix" "$WINELOADER" "$@" </dev/null >build/bench.out 2>&1; tr -d '\r' <build/bench.out; }
 run build/win32/bench/poll_bench.exe
-run build/win32/bench/process_bench.exe build/dist/pelvaro.exe build/win32/bench/bare_window.exe "${1:-30}"
+run build/win32/bench/process_bench.exe start build/dist/pelvaro.exe build/win32/bench/bare_window.exe
+printf 'entries 256\nconnections 256\n' >"$prefix/drive_c/practice/scenario.txt"
+run build/win32/bench/process_bench.exe idle build/dist/pelvaro.exe "${1:-30}"
 echo "size of the exe: $(stat -c %s build/dist/pelvaro.exe) bytes (below 2097152)"

@@ -140,7 +140,7 @@ class Desk(e2e.Case):
         self.write("scenario.txt", scenario or self.scenario)
         if book:
             self.write("phonebook.txt", book)
-        self.session.driver.call("move", 5, 5)
+        self.session.point(5, 5)
         self.start_program()
         self.hold_windows()
 
@@ -373,7 +373,7 @@ class Dialing(Desk):
         for text in ("iiiiiiiiiiii", "wrong-secret"):
             self.prompt.enter("Text2", text)
             self.prompt.focus("Text1")
-            self.session.driver.call("move", 5, 5)
+            self.session.point(5, 5)
             pictures.append(self.box_pixels("Text2"))
         self.assertEqual(pictures[0], pictures[1])
         self.assertTrue(self.prompt.control("Text2")["style"] & MASKED)
@@ -525,6 +525,7 @@ class Dialing(Desk):
 
     def test_a_right_click_beside_the_rows_opens_nothing(self):
         left, _, _, bottom = self.main.control("ListView1")["rect"]
+        self.session.point(left + 20, bottom - 20)
         self.session.driver.call("click-at", left + 20, bottom - 20, "right")
         self.stays(lambda: not self.session.driver.call("menus"), 0.2)
         self.assertEqual(self.main.list("ListView1")["selected"], -1)
@@ -551,15 +552,11 @@ class Dialing(Desk):
 
     def drag_and_check(self, form, grab, dx, dy):
         left, top = form.info()["rect"][:2]
-        x, y = (left + grab[0], top + grab[1]) if isinstance(grab, tuple) else self.centre(form, grab)
+        x, y = (left + grab[0], top + grab[1]) if isinstance(grab, tuple) else form.centre(grab)
+        self.session.point(x, y)
         self.session.driver.call("drag", x, y, x + dx, y + dy)
         now = lambda: form.info()["rect"][:2]
         e2e.wait_for(lambda: now() == [left + dx, top + dy], 5, lambda: "the window lies at %r" % now())
-
-    @staticmethod
-    def centre(form, control):
-        left, top, right, bottom = form.control(control)["rect"]
-        return (left + right) // 2, (top + bottom) // 2
 
     def test_the_windows_are_dragged_by_their_surface(self):
         self.drag_and_check(self.main, (8, 200), -60, 40)
@@ -735,7 +732,7 @@ class Dialing(Desk):
         self.assertEqual((view["rows"][0], view["rows"][255]), ([OFFICE], ["Extra 256"]))
         left, top = self.main.control("ListView1")["rect"][:2]
         first = lambda: self.session.driver.call("send", "Pelvaro.Form1", "ListView1", LVM_GETTOPINDEX)
-        self.session.driver.call("move", left + 40, top + 40)
+        self.session.point(left + 40, top + 40)
         self.session.driver.call("wheel", -2)
         e2e.wait_for(lambda: first() > 0, 5, "the list is scrolled")
         self.session.keys("end")
@@ -843,7 +840,7 @@ class Sharp(Desk):
         self.prompt.enter("Text2", PASSWORD)
         self.session.keys("enter")
         self.wait_connected()
-        self.session.driver.call("move", 5, 5)
+        self.session.point(5, 5)
         self.session.screenshot("dialing-%d-connected" % self.dpi, MARGIN)
         self.main.click("Image2")
         self.wait_disconnected()

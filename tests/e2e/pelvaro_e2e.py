@@ -245,12 +245,19 @@ class Window:
     def click(self, control, how="left"):
         """With the real mouse, at the control's centre: left, right or double."""
         self.wait_control(control, "enabled")
-        self._call("click", control, how)
+        self.hover(control)
+        self.driver.call("click-at", *self.centre(control), how)
+
+    def centre(self, control):
+        left, top, right, bottom = self.control(control)["rect"]
+        return (left + right) // 2, (top + bottom) // 2
 
     def hover(self, control):
         self._call("hover", control)
+        self.session.point(*self.centre(control))
 
     def drag(self, control, dx, dy):
+        self.hover(control)
         self._call("drag-by", control, dx, dy)
 
     def focus(self, control):
@@ -269,7 +276,10 @@ class Window:
         """Clicks a row of a list, given by its number or by the text of its first column."""
         if isinstance(row, str):
             row = [cells[0] for cells in self.rows(control)].index(row)
-        self._call("list-click", control, row, how)
+        left, top, right, bottom = self._call("list-rect", control, row)
+        place = (min(left + 12, right - 2), (top + bottom) // 2)
+        self.session.point(*place)
+        self.driver.call("click-at", *place, how)
         wait_for(lambda: self.list(control)["selected"] == row, self.limit, "row %d is selected" % row)
 
     def choose(self, control, text):
@@ -451,6 +461,20 @@ class Session:
         self.wait_menu(limit)
         self.driver.call("keys", *["down"] * number, "enter")
         self.driver.call("wait-menu", int(limit * 1000), "gone", limit=limit + 10)
+
+    def point(self, x, y):
+        """Moves the pointer and waits until it stays there: the display may still report an earlier place, and a
+        button pressed then would be pressed there."""
+        steady = 0
+        for _ in range(500):
+            there = self.driver.call("pointer") == [x, y]
+            steady = steady + 1 if there else 0
+            if steady == 4:
+                return
+            if not there:
+                self.driver.call("move", x, y)
+            time.sleep(0.01)
+        raise Failure("the pointer does not stay at %d, %d" % (x, y))
 
     def keys(self, *names):
         """Strokes by name: "enter", "tab", "shift+tab", "alt+f4", "apps"."""

@@ -53,7 +53,7 @@ class Tour:
         return self.session.driver.call(*command)
 
     def rest_pointer(self):
-        self.call("move", 5, 5)
+        self.session.point(5, 5)
         time.sleep(0.5)  # until what it has left is drawn at rest again
 
     # The stations.
