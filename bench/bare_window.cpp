@@ -9,8 +9,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
   windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
   windowClass.lpszClassName = "Pelvaro.Bare";
   ::RegisterClassA(&windowClass);
-  const HWND window = ::CreateWindowExA(WS_EX_APPWINDOW, "Pelvaro.Bare", "Bare", WS_POPUP | WS_SYSMENU, 100, 100, 376, 412,
-                                        nullptr, nullptr, instance, nullptr);
+  const HWND window = ::CreateWindowExA(WS_EX_APPWINDOW, "Pelvaro.Bare", "Bare", WS_POPUP | WS_SYSMENU, 100, 100, 376,
+                                        412, nullptr, nullptr, instance, nullptr);
   ::ShowWindow(window, SW_SHOW);
   ::UpdateWindow(window);
   MSG message;

@@ -103,8 +103,9 @@ int main() {
   };
   double poll = 0, bare = 0;
   compare([&] { main.Timer1.onTick(); }, bareConnections, 50, poll, bare);
-  std::printf("one poll, 256 entries and 256 connections: %.2f us, bare enumeration %.2f us, ratio %.2f (at most 1.20)\n",
-              poll, bare, poll / bare);
+  std::printf(
+      "one poll, 256 entries and 256 connections: %.2f us, bare enumeration %.2f us, ratio %.2f (at most 1.20)\n", poll,
+      bare, poll / bare);
   const long before = g_allocations;
   for (int i = 0; i < 1000; ++i) main.Timer1.onTick();
   std::printf("heap allocations in 1000 polls: %ld (none allowed)\n", g_allocations - before);

@@ -43,12 +43,14 @@ struct Started {
     LARGE_INTEGER begin, end, frequency;
     ::QueryPerformanceFrequency(&frequency);
     ::QueryPerformanceCounter(&begin);
-    if (!::CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &info, &process)) return;
+    if (!::CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &info, &process))
+      return;
     Wanted wanted{process.dwProcessId, windowClass, nullptr};
     do {
       ::EnumWindows(&look, reinterpret_cast<LPARAM>(&wanted));
       ::QueryPerformanceCounter(&end);
-      milliseconds = 1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart);
+      milliseconds =
+          1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart);
       if (!wanted.found) ::Sleep(1);
     } while (!wanted.found && milliseconds < 20000);
   }
@@ -97,8 +99,8 @@ void measureStart(const char* program, const char* bare) {
     ::Sleep(300);
     ourPeak = std::max(ourPeak, one.peakMib());
   }
-  std::printf("first window: %.1f ms, bare window %.1f ms, ratio %.2f (at most 1.50)\n", median(ours), median(reference),
-              median(ours) / median(reference));
+  std::printf("first window: %.1f ms, bare window %.1f ms, ratio %.2f (at most 1.50)\n", median(ours),
+              median(reference), median(ours) / median(reference));
   std::printf("peak memory: %.1f MiB, bare window %.1f MiB, difference %.1f (at most 7.0)\n", ourPeak, referencePeak,
               ourPeak - referencePeak);
 }

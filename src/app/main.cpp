@@ -28,7 +28,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   useCommonControls();
   win32::MessageLoop loop;
   loop.onError = [](const RuntimeError& error) {
-    ::MessageBoxA(nullptr, error.report().c_str(), kApplicationTitle, MB_OK | MB_ICONSTOP | MB_TASKMODAL | MB_SETFOREGROUND);
+    ::MessageBoxA(nullptr, error.report().c_str(), kApplicationTitle,
+                  MB_OK | MB_ICONSTOP | MB_TASKMODAL | MB_SETFOREGROUND);
   };
   win32::RasDialService ras;
   win32::HiddenDialWindow dialWindow(loop);

@@ -14,7 +14,9 @@ using Bytes = std::span<std::uint8_t>;
 using ConstBytes = std::span<const std::uint8_t>;
 
 // The buffer from `offset` on; empty when the offset lies behind its end.
-inline Bytes from(Bytes buffer, std::size_t offset) { return buffer.subspan(offset < buffer.size() ? offset : buffer.size()); }
+inline Bytes from(Bytes buffer, std::size_t offset) {
+  return buffer.subspan(offset < buffer.size() ? offset : buffer.size());
+}
 inline ConstBytes from(ConstBytes buffer, std::size_t offset) {
   return buffer.subspan(offset < buffer.size() ? offset : buffer.size());
 }

@@ -28,7 +28,8 @@ class RasDialEventHook : public MessageHook {
   void remove();
   WindowHandle hookedWindow() const { return hookedWindow_; }
 
-  std::intptr_t message(WindowHandle window, std::uint32_t number, std::uintptr_t wParam, std::intptr_t lParam) override;
+  std::intptr_t message(WindowHandle window, std::uint32_t number, std::uintptr_t wParam,
+                        std::intptr_t lParam) override;
 
  private:
   DialContext& context_;

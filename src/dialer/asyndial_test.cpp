@@ -88,14 +88,14 @@ TEST_F(OnRasDialEventTest, ErrorShowsTheTextOfItsStateAndThenTheFailure) {
 
 TEST_F(OnRasDialEventTest, ErrorWhileThePortOpensShowsBothTextsInOneEvent) {
   OnRasDialEvent(context, form, 0, 633);
-  EXPECT_EQ(journal.take(), (Lines{"progress Opening port...", "Timer2 off", "RasGetErrorString 633 512",
-                                   "SetWindowProc 501 1501", "DestroyWindow 501", "RasHangUp 77",
-                                   "progress Fail to connect", "Retry"}));
+  EXPECT_EQ(journal.take(),
+            (Lines{"progress Opening port...", "Timer2 off", "RasGetErrorString 633 512", "SetWindowProc 501 1501",
+                   "DestroyWindow 501", "RasHangUp 77", "progress Fail to connect", "Retry"}));
 }
 
 TEST_F(OnRasDialEventTest, InteractiveShowsTheSuccessTextAndConnects) {
-  EXPECT_EQ(event(0x1000, 0),
-            (Lines{"progress Connect successfully.", "Timer2 on", "unhook", "destroy", "hide frmStatus", "hide Form4"}));
+  EXPECT_EQ(event(0x1000, 0), (Lines{"progress Connect successfully.", "Timer2 on", "unhook", "destroy",
+                                     "hide frmStatus", "hide Form4"}));
   EXPECT_FALSE(form.loaded());
 }
 
@@ -318,10 +318,9 @@ TEST_F(HookedFormTest, EventGoesToTheOldProcedureWhenTheHandlerLoadsTheFormAgain
   };
   journal.take();
   windows.send(501, 50000, 0x2001, 0);
-  EXPECT_EQ(journal.take(),
-            (Lines{"Timer2 off", "SetWindowProc 501 1501", "DestroyWindow 501", "hide Form4", "RasHangUp 77",
-                   "CreateWindow 502", "SetWindowProc 502 hook", "progress Fail to connect", "Retry",
-                   "CallWindowProc 1501 501 50000 8193 0"}));
+  EXPECT_EQ(journal.take(), (Lines{"Timer2 off", "SetWindowProc 501 1501", "DestroyWindow 501", "hide Form4",
+                                   "RasHangUp 77", "CreateWindow 502", "SetWindowProc 502 hook",
+                                   "progress Fail to connect", "Retry", "CallWindowProc 1501 501 50000 8193 0"}));
   EXPECT_TRUE(form.loaded());
   windows.send(502, 15, 0, 0);
   EXPECT_EQ(journal.take(), (Lines{"CallWindowProc 1502 502 15 0 0"}));

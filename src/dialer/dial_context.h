@@ -17,10 +17,10 @@ struct DialContext {
   EventLoop& loop;
   DialerScreen& screen;
 
-  bool connected = false;               // the service has accepted a dial request
-  std::string lastDialResult{};         // the last RasDialA result as decimal text
-  std::uint32_t lastHangUpResult = 0;   // of the hang-up after a failure
-  std::uint32_t dialEventMessage = 0;   // the registered message, 0 until the first hook
+  bool connected = false;              // the service has accepted a dial request
+  std::string lastDialResult{};        // the last RasDialA result as decimal text
+  std::uint32_t lastHangUpResult = 0;  // of the hang-up after a failure
+  std::uint32_t dialEventMessage = 0;  // the registered message, 0 until the first hook
 };
 
 }  // namespace pelvaro

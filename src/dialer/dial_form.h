@@ -26,8 +26,8 @@ class frmDial {
   // after pending events have run; `entryName` names the saved parameters.
   RasHandle VBAsyncronousDial(const char* phonebook, const std::string& entryName);
 
-  RasHandle lngHConn = 0;         // the connection of the last dial
-  std::uint32_t lastResult = 0;   // of the last RasDialA
+  RasHandle lngHConn = 0;        // the connection of the last dial
+  std::uint32_t lastResult = 0;  // of the last RasDialA
 
  private:
   // The window's handle; an unloaded form is loaded first.

@@ -91,7 +91,8 @@ struct DialFormTest : fake::DialerTest {
 TEST_F(DialFormTest, LoadingMakesTheWindowAndHooksItOnce) {
   form.load();
   form.load();
-  EXPECT_EQ(journal.take(), (Lines{"CreateWindow 501", "SetWindowProc 501 hook", "RegisterWindowMessage RasDialEvent"}));
+  EXPECT_EQ(journal.take(),
+            (Lines{"CreateWindow 501", "SetWindowProc 501 hook", "RegisterWindowMessage RasDialEvent"}));
   EXPECT_TRUE(form.loaded());
 }
 
@@ -127,10 +128,9 @@ TEST_F(DialFormTest, EndOfAFormTakesItsWindowAway) {
 
 TEST_F(DialFormTest, DialYieldsReadsProbesAndDials) {
   EXPECT_EQ(form.VBAsyncronousDial(nullptr, "Corvanti-Home"), 77u);
-  EXPECT_EQ(journal.take(),
-            (Lines{"CreateWindow 501", "SetWindowProc 501 hook", "RegisterWindowMessage RasDialEvent", "Yield",
-                   "RasGetEntryDialParams null 1060 \"Corvanti-Home\"", "RasGetEntryDialParams null 1060 \"\"",
-                   "RasDial null 4294967295 501 0"}));
+  EXPECT_EQ(journal.take(), (Lines{"CreateWindow 501", "SetWindowProc 501 hook", "RegisterWindowMessage RasDialEvent",
+                                   "Yield", "RasGetEntryDialParams null 1060 \"Corvanti-Home\"",
+                                   "RasGetEntryDialParams null 1060 \"\"", "RasDial null 4294967295 501 0"}));
   EXPECT_EQ(form.lngHConn, 77u);
   EXPECT_EQ(form.lastResult, 0u);
   EXPECT_TRUE(context.connected);
@@ -175,11 +175,10 @@ TEST_F(DialFormTest, NoSizeWith623DialsTheBufferAsItWasRead) {
   std::copy(name.begin(), name.end(), expected.begin() + 4);
   std::fill_n(expected.begin() + 300, 500, std::uint8_t{'S'});
   EXPECT_EQ(dialed, expected);
-  EXPECT_EQ(journal.take(),
-            (Lines{"CreateWindow 501", "SetWindowProc 501 hook", "RegisterWindowMessage RasDialEvent", "Yield",
-                   "RasGetEntryDialParams null 1060 \"Corvanti-Home\"", "RasGetEntryDialParams null 1060 \"\"",
-                   "RasGetEntryDialParams null 1052 \"\"", "RasGetEntryDialParams null 816 \"\"",
-                   "RasDial null 4294967295 501 0"}));
+  EXPECT_EQ(journal.take(), (Lines{"CreateWindow 501", "SetWindowProc 501 hook", "RegisterWindowMessage RasDialEvent",
+                                   "Yield", "RasGetEntryDialParams null 1060 \"Corvanti-Home\"",
+                                   "RasGetEntryDialParams null 1060 \"\"", "RasGetEntryDialParams null 1052 \"\"",
+                                   "RasGetEntryDialParams null 816 \"\"", "RasDial null 4294967295 501 0"}));
 }
 
 TEST_F(DialFormTest, PhonebookGoesToTheReadAndTheDialAndNotToTheProbe) {
@@ -229,10 +228,9 @@ TEST_F(DialFormTest, FormUnloadedInTheYieldIsLoadedAndHookedAgainBeforeTheDial) 
   journal.take();
   loop.onYield = [this] { form.unload(); };
   EXPECT_EQ(form.VBAsyncronousDial(nullptr, "Home"), 77u);
-  EXPECT_EQ(journal.take(),
-            (Lines{"Yield", "SetWindowProc 501 1501", "DestroyWindow 501", "RasGetEntryDialParams null 1060 \"Home\"",
-                   "RasGetEntryDialParams null 1060 \"\"", "CreateWindow 502", "SetWindowProc 502 hook",
-                   "RasDial null 4294967295 502 0"}));
+  EXPECT_EQ(journal.take(), (Lines{"Yield", "SetWindowProc 501 1501", "DestroyWindow 501",
+                                   "RasGetEntryDialParams null 1060 \"Home\"", "RasGetEntryDialParams null 1060 \"\"",
+                                   "CreateWindow 502", "SetWindowProc 502 hook", "RasDial null 4294967295 502 0"}));
   EXPECT_TRUE(form.loaded());
 }
 
@@ -242,9 +240,9 @@ TEST_F(DialFormTest, DialAfterAFailureLoadsAndHooksTheFormAgain) {
   ASSERT_FALSE(form.loaded());
   journal.take();
   form.VBAsyncronousDial(nullptr, "Home");
-  EXPECT_EQ(journal.take(), (Lines{"CreateWindow 502", "SetWindowProc 502 hook", "Yield",
-                                   "RasGetEntryDialParams null 1060 \"Home\"", "RasGetEntryDialParams null 1060 \"\"",
-                                   "RasDial null 4294967295 502 0"}));
+  EXPECT_EQ(journal.take(),
+            (Lines{"CreateWindow 502", "SetWindowProc 502 hook", "Yield", "RasGetEntryDialParams null 1060 \"Home\"",
+                   "RasGetEntryDialParams null 1060 \"\"", "RasDial null 4294967295 502 0"}));
 }
 
 TEST_F(DialFormTest, UnreadableParametersEndSilentlyAndKeepTheFormAndItsHandle) {

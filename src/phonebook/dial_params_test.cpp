@@ -14,8 +14,8 @@ using Buffer = std::vector<std::uint8_t>;
 struct DialParamsTest : testing::Test {
   fake::Journal journal;
   fake::FakeDialService ras{journal};
-  std::vector<Buffer> asked;          // what the service was given, each as long as it says
-  std::vector<std::uint32_t> answers; // one a call
+  std::vector<Buffer> asked;           // what the service was given, each as long as it says
+  std::vector<std::uint32_t> answers;  // one a call
   Buffer buffer;
   bool saved = false;
 
@@ -50,9 +50,9 @@ TEST_F(DialParamsTest, EveryResultButZeroGoesOnToTheNextSize) {
     asked.clear();
     answers = {first, 623, 0};
     EXPECT_EQ(GetEntryDialParams(ras, buffer, "book", "Home", saved), 0u);
-    EXPECT_EQ(journal.take(), (Lines{"RasGetEntryDialParams \"book\" 1060 \"Home\"",
-                                     "RasGetEntryDialParams \"book\" 1052 \"Home\"",
-                                     "RasGetEntryDialParams \"book\" 816 \"Home\""}));
+    EXPECT_EQ(journal.take(),
+              (Lines{"RasGetEntryDialParams \"book\" 1060 \"Home\"", "RasGetEntryDialParams \"book\" 1052 \"Home\"",
+                     "RasGetEntryDialParams \"book\" 816 \"Home\""}));
     ASSERT_EQ(asked.size(), 3u);
     EXPECT_EQ(asked[1], laid(1052, '\x1C', '\x04', "Home"));
     EXPECT_EQ(asked[2], laid(816, '\x30', '\x03', "Home"));
@@ -135,8 +135,8 @@ TEST_F(DialParamsTest, AcceptedSizeIsTheFirstThatAnswers623) {
     std::uint32_t size;
     std::size_t calls;
   } table[] = {
-      {{623, 0, 0}, 1060, 1},     {{632, 623, 0}, 1052, 2},   {{0, 623, 0}, 1052, 2}, {{632, 632, 623}, 816, 3},
-      {{632, 632, 632}, 0, 3},    {{0, 0, 0}, 0, 3},          {{622, 624, 603}, 0, 3},
+      {{623, 0, 0}, 1060, 1},  {{632, 623, 0}, 1052, 2}, {{0, 623, 0}, 1052, 2},  {{632, 632, 623}, 816, 3},
+      {{632, 632, 632}, 0, 3}, {{0, 0, 0}, 0, 3},        {{622, 624, 603}, 0, 3},
   };
   for (const auto& row : table) {
     asked.clear();

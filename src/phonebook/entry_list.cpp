@@ -41,7 +41,8 @@ std::vector<std::string> listEntries(DialService& ras) {
   count = std::min({count, kMost, static_cast<std::uint32_t>(buffer.size() / record)});
   names.reserve(count);
   for (std::size_t i = 0; i < count; ++i) {
-    const ConstBytes name = ConstBytes(buffer).subspan(i * record + ras::entry_name::kName.offset, ras::entry_name::kName.width);
+    const ConstBytes name =
+        ConstBytes(buffer).subspan(i * record + ras::entry_name::kName.offset, ras::entry_name::kName.width);
     names.emplace_back(upToNul(asText(name)));
   }
   return names;

@@ -115,7 +115,8 @@ struct Unpacker {
 // No entry is larger: a service that names more is broken, and its size is refused instead of allocated.
 constexpr std::uint32_t kLargestEntry = 1 << 20;
 
-// Asks for the size of an entry, or of the bare RASENTRY when `entryName` is null. Anything but 603 is the caller's result.
+// Asks for the size of an entry, or of the bare RASENTRY when `entryName` is null. Anything but 603 is the caller's
+// result.
 std::uint32_t askSize(DialService& ras, const char* phonebook, const char* entryName, std::uint32_t& size) {
   size = 0;
   const std::uint32_t result = ras.getEntryProperties(phonebook, entryName, nullptr, &size);

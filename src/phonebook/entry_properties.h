@@ -24,7 +24,8 @@ std::vector<std::uint8_t> packEntry(const RasEntryRecord& record, std::uint32_t 
 // Fills the record from a buffer as RasGetEntryPropertiesA gives it. AlternateNumbers stays when the entry has none.
 void unpackEntry(ConstBytes buffer, std::uint32_t structureSize, RasEntryRecord& record);
 
-// Creates the entry or replaces it whole, in the default phonebook when `phonebook` is null. Gives the service's result.
+// Creates the entry or replaces it whole, in the default phonebook when `phonebook` is null. Gives the service's
+// result.
 std::uint32_t SetEntryProperties(DialService& ras, const std::string& entryName, const RasEntryRecord& record,
                                  const char* phonebook = nullptr);
 

@@ -181,7 +181,11 @@ void expectLayout(std::uint32_t size, const Laid& shortLaid, const Laid& longLai
 
 TEST(PackEntry, SizeOf1672HasA33ByteDeviceNameAndShiftsWhatFollows) {
   Laid brief = shortHead(1673, "\x88\x06");
-  brief.text(1022, "pad").text(1055, "address").text(1256, "facilities").text(1457, "user data").text(1660, "\x61\x62\x63\x64");
+  brief.text(1022, "pad")
+      .text(1055, "address")
+      .text(1256, "facilities")
+      .text(1457, "user data")
+      .text(1660, "\x61\x62\x63\x64");
   Laid full = longHead(1673, "\x88\x06");
   full.fill(989, 33, 'g').fill(1022, 33, 'h').fill(1055, 201, 'i').fill(1256, 201, 'j').fill(1457, 201, 'k');
   full.text(1660, "\x61\x62\x63\x64");
@@ -249,14 +253,16 @@ TEST(PackEntry, SizeOf2096HasRoomForOneByteOfTheSuffix) {
 TEST(PackEntry, SizeOf2352CutsTheSuffixAt257Bytes) {
   Laid brief = shortHead(2353, "\x30\x09");
   Laid full = longHead(2353, "\x30\x09");
-  expectLayout(2352, secondOptions(typeAndGuid(dialExtensions(shortBody(brief)))).text(1824, "custom").text(2096, "internet"),
+  expectLayout(2352,
+               secondOptions(typeAndGuid(dialExtensions(shortBody(brief)))).text(1824, "custom").text(2096, "internet"),
                secondOptions(typeAndGuid(dialExtensions(longBody(full)))).fill(1824, 260, 'l').fill(2096, 257, 'm'));
 }
 
 TEST(PackEntry, SizeOf2884CopiesASuffixOf260BytesIntoTheFieldBehind) {
   Laid brief = shortHead(2885, "\x44\x0B");
   Laid full = longHead(2885, "\x44\x0B");
-  expectLayout(2884, secondOptions(typeAndGuid(dialExtensions(shortBody(brief)))).text(1824, "custom").text(2096, "internet"),
+  expectLayout(2884,
+               secondOptions(typeAndGuid(dialExtensions(shortBody(brief)))).text(1824, "custom").text(2096, "internet"),
                secondOptions(typeAndGuid(dialExtensions(longBody(full)))).fill(1824, 260, 'l').fill(2096, 260, 'm'));
 }
 
@@ -289,13 +295,20 @@ TEST(PackEntry, NumbersOf129DigitsAndMoreTouchTheAlternateOffset) {
 
 TEST(PackEntry, AlternateNumbersLieBehindTheStructureWithOneNul) {
   RasEntryRecord record;
-  record.AlternateNumbers = "555-1\0" "555-2"s;
+  record.AlternateNumbers =
+      "555-1\0"
+      "555-2"s;
   const struct {
     std::uint32_t size;
     std::string written;
   } table[] = {{1672, "\x88\x06"}, {1768, "\xE8\x06"}, {1796, "\x04\x07"}, {2884, "\x44\x0B"}};
   for (const auto& row : table) {
-    Laid laid = Laid(row.size + 12).text(0, row.written).text(156, row.written).text(row.size, "555-1\0" "555-2"s);
+    Laid laid = Laid(row.size + 12)
+                    .text(0, row.written)
+                    .text(156, row.written)
+                    .text(row.size,
+                          "555-1\0"
+                          "555-2"s);
     expectSame(packEntry(record, row.size), laid.bytes);
   }
 }
@@ -367,7 +380,11 @@ TEST(UnpackEntry, SizeOf2884GivesEveryField) {
 
 TEST(UnpackEntry, SizeOf1672ReadsA33ByteDeviceNameAndTheShiftedFields) {
   Laid laid = shortHead(1672, "\x88\x06").fill(989, 33, 'g');
-  laid.text(1022, "pad").text(1055, "address").text(1256, "facilities").text(1457, "user data").text(1660, "\x61\x62\x63\x64");
+  laid.text(1022, "pad")
+      .text(1055, "address")
+      .text(1256, "facilities")
+      .text(1457, "user data")
+      .text(1660, "\x61\x62\x63\x64");
   RasEntryRecord record;
   unpackEntry(laid.bytes, 1672, record);
   EXPECT_EQ(record.DeviceName, std::string(33, 'g'));
@@ -454,10 +471,16 @@ TEST(UnpackEntry, GuidCutInTheMiddleReadsZerosBehind) {
 }
 
 TEST(UnpackEntry, AlternateNumbersRunToTheEndWithTheirTrailingNuls) {
-  const Laid laid = Laid(1768 + 12).text(156, "\xE8\x06").text(1768, "555\0" "666\0"s);
+  const Laid laid = Laid(1768 + 12)
+                        .text(156, "\xE8\x06")
+                        .text(1768,
+                              "555\0"
+                              "666\0"s);
   RasEntryRecord record = oldRecord();
   unpackEntry(laid.bytes, 1768, record);
-  EXPECT_EQ(record.AlternateNumbers, "555\0" "666\0\0\0\0\0"s);
+  EXPECT_EQ(record.AlternateNumbers,
+            "555\0"
+            "666\0\0\0\0\0"s);
 }
 
 TEST(UnpackEntry, AlternateNumbersAtTheLastByteAreOneNul) {
@@ -467,7 +490,8 @@ TEST(UnpackEntry, AlternateNumbersAtTheLastByteAreOneNul) {
 }
 
 TEST(UnpackEntry, AlternateNumbersStayAtOffsetZeroAndBehindTheBuffer) {
-  for (const std::string& offset : {"\0\0\0\0"s, "\xE9\x06\0\0"s, "\xEA\x06\0\0"s, "\xFF\xFF\xFF\x7F"s, "\xFF\xFF\xFF\xFF"s}) {
+  for (const std::string& offset :
+       {"\0\0\0\0"s, "\xE9\x06\0\0"s, "\xEA\x06\0\0"s, "\xFF\xFF\xFF\x7F"s, "\xFF\xFF\xFF\xFF"s}) {
     RasEntryRecord record = oldRecord();
     unpackEntry(Laid(1769).text(156, offset).bytes, 1768, record);
     EXPECT_EQ(record.AlternateNumbers, "old");
@@ -506,11 +530,12 @@ struct RandomRecords {
   RasEntryRecord record(std::uint32_t size) {
     RasEntryRecord r;
     r.Size = size;
-    for (std::uint32_t* n : {&r.Options, &r.CountryID, &r.CountryCode, &r.FrameSize, &r.NetProtocols, &r.FramingProtocol,
-                             &r.Channels}) {
+    for (std::uint32_t* n :
+         {&r.Options, &r.CountryID, &r.CountryCode, &r.FrameSize, &r.NetProtocols, &r.FramingProtocol, &r.Channels}) {
       *n = number();
     }
-    for (Ip4* address : {&r.IpAddress, &r.DnsAddress, &r.DnsAltAddress, &r.WinsAddress, &r.WinsAltAddress}) bytes(*address);
+    for (Ip4* address : {&r.IpAddress, &r.DnsAddress, &r.DnsAltAddress, &r.WinsAddress, &r.WinsAltAddress})
+      bytes(*address);
     r.AreaCode = text(11);
     r.LocalPhoneNumber = text(129);
     r.Script = text(260);
@@ -558,7 +583,9 @@ TEST(EntryRoundTrip, AlternateNumbersComeBackWithTheNulBehindThem) {
   RandomRecords records;
   for (const std::uint32_t size : {1672u, 1768u, 1796u, 2088u, 2884u}) {
     RasEntryRecord record = records.record(size);
-    record.AlternateNumbers = "0800 1\0" "0800 2"s;
+    record.AlternateNumbers =
+        "0800 1\0"
+        "0800 2"s;
     RasEntryRecord read;
     unpackEntry(packEntry(record, size), size, read);
     record.AlternateNumbers += '\0';
@@ -599,7 +626,7 @@ TEST(CopyStringToBytes, CopiesAtMostTheMaximumAndWritesNoTerminator) {
     std::size_t maximum;
     std::string expected;
   } table[] = {
-      {"", 4, "......"},         {"ab", 4, "ab...."},   {"abcd", 4, "abcd.."}, {"abcde", 4, "abcd.."},
+      {"", 4, "......"},         {"ab", 4, "ab...."},   {"abcd", 4, "abcd.."},    {"abcde", 4, "abcd.."},
       {"abcdefgh", 8, "abcdef"}, {"abcd", 0, "......"}, {"a\0b"s, 4, "a\0b..."s},
   };
   for (const auto& row : table) {
@@ -655,7 +682,10 @@ TEST_F(EntryServiceTest, WritingProbesTheSizeThenWritesOnce) {
   EXPECT_EQ(journal.take(), (Lines{"RasGetEntryProperties null null null 0",  //
                                    "RasSetEntryProperties null \"Corvanti-Home\" 2884"}));
   Laid laid = shortHead(2888, "\x44\x0B").text(156, "\x44\x0B");
-  secondOptions(typeAndGuid(dialExtensions(shortBody(laid)))).text(1824, "custom").text(2096, "internet").text(2884, "555");
+  secondOptions(typeAndGuid(dialExtensions(shortBody(laid))))
+      .text(1824, "custom")
+      .text(2096, "internet")
+      .text(2884, "555");
   expectSame(written, laid.bytes);
 }
 
@@ -663,15 +693,14 @@ TEST_F(EntryServiceTest, EveryWriteProbesAnew) {
   SetEntryProperties(ras, "A", {});
   structureSize = 1672;
   SetEntryProperties(ras, "A", {});
-  EXPECT_EQ(journal.take(),
-            (Lines{"RasGetEntryProperties null null null 0", "RasSetEntryProperties null \"A\" 2884",
-                   "RasGetEntryProperties null null null 0", "RasSetEntryProperties null \"A\" 1672"}));
+  EXPECT_EQ(journal.take(), (Lines{"RasGetEntryProperties null null null 0", "RasSetEntryProperties null \"A\" 2884",
+                                   "RasGetEntryProperties null null null 0", "RasSetEntryProperties null \"A\" 1672"}));
 }
 
 TEST_F(EntryServiceTest, WritingPassesThePhonebookOnButProbesWithout) {
   SetEntryProperties(ras, "A", {}, "C:\\book.pbk");
-  EXPECT_EQ(journal.take(), (Lines{"RasGetEntryProperties null null null 0",
-                                   "RasSetEntryProperties \"C:\\book.pbk\" \"A\" 2884"}));
+  EXPECT_EQ(journal.take(),
+            (Lines{"RasGetEntryProperties null null null 0", "RasSetEntryProperties \"C:\\book.pbk\" \"A\" 2884"}));
 }
 
 TEST_F(EntryServiceTest, WritingReturnsAProbeThatIsNot603) {
@@ -711,7 +740,10 @@ TEST_F(EntryServiceTest, TinyStructureSizesAreWrittenWithoutHarm) {
 
 TEST_F(EntryServiceTest, ReadingAsksForBothSizesThenReads) {
   Laid laid = shortHead(3000, "\x44\x0B").text(156, "\x44\x0B");
-  secondOptions(typeAndGuid(dialExtensions(shortBody(laid)))).text(1824, "custom").text(2096, "internet").text(2884, "555");
+  secondOptions(typeAndGuid(dialExtensions(shortBody(laid))))
+      .text(1824, "custom")
+      .text(2096, "internet")
+      .text(2884, "555");
   Buffer given;
   plant([&](void* buffer, std::uint32_t* size) -> std::uint32_t {
     if (!buffer) {
@@ -741,8 +773,9 @@ TEST_F(EntryServiceTest, ReadingPassesThePhonebookOnButProbesWithout) {
   });
   RasEntryRecord record;
   EXPECT_EQ(GetEntryProperties(ras, "A", record, "book"), 0u);
-  EXPECT_EQ(journal.take(), (Lines{"RasGetEntryProperties null null null 0", "RasGetEntryProperties \"book\" \"A\" null 0",
-                                   "RasGetEntryProperties \"book\" \"A\" buffer 1768"}));
+  EXPECT_EQ(journal.take(),
+            (Lines{"RasGetEntryProperties null null null 0", "RasGetEntryProperties \"book\" \"A\" null 0",
+                   "RasGetEntryProperties \"book\" \"A\" buffer 1768"}));
 }
 
 TEST_F(EntryServiceTest, ReadingReturnsAProbeThatIsNot603AndLeavesTheRecord) {

@@ -23,7 +23,8 @@ std::vector<std::uint8_t> deviceRecords(const std::vector<Device>& devices) {
   std::vector<std::uint8_t> bytes(devices.size() * 152);
   for (std::size_t i = 0; i < devices.size(); ++i) {
     std::copy(devices[i].type.begin(), devices[i].type.end(), bytes.begin() + static_cast<std::ptrdiff_t>(152 * i + 4));
-    std::copy(devices[i].name.begin(), devices[i].name.end(), bytes.begin() + static_cast<std::ptrdiff_t>(152 * i + 21));
+    std::copy(devices[i].name.begin(), devices[i].name.end(),
+              bytes.begin() + static_cast<std::ptrdiff_t>(152 * i + 21));
   }
   return bytes;
 }
@@ -162,14 +163,21 @@ TEST_F(FillModemListTest, WithoutAModemNothingIsListedOrShown) {
 }
 
 TEST_F(FillModemListTest, TypeContainsModemInAnyCase) {
-  plant({{"modem", "1"}, {"MODEM", "2"}, {"MoDeM", "3"}, {"Modem (x)", "4"}, {" a modem ", "5"}, {"faxmodem", "6"},
+  plant({{"modem", "1"},
+         {"MODEM", "2"},
+         {"MoDeM", "3"},
+         {"Modem (x)", "4"},
+         {" a modem ", "5"},
+         {"faxmodem", "6"},
          {"pad", "7"}});
   fill();
   EXPECT_EQ(listed, (Lines{"1", "2", "3", "4", "5", "6"}));
 }
 
 TEST_F(FillModemListTest, TypeOf17BytesEndsBeforeTheName) {
-  plant({{"abcdefghijklMODEM", "Whole"}, {"abcdefghijklmmode", "m is of the name"}, {"modem\0xxxxxxxxxxx"s, "Cut"},
+  plant({{"abcdefghijklMODEM", "Whole"},
+         {"abcdefghijklmmode", "m is of the name"},
+         {"modem\0xxxxxxxxxxx"s, "Cut"},
          {"isdn\0modem"s, "Behind the NUL"}});
   fill();
   EXPECT_EQ(listed, (Lines{"Whole", "Cut"}));
@@ -183,7 +191,8 @@ TEST_F(FillModemListTest, NameOf129BytesEndsBeforeTheNextRecord) {
 }
 
 TEST_F(FillModemListTest, NamesAreCutAtNulThenTrimmedOfBlanksOnly) {
-  plant({{"modem", "  Cable Modem  "}, {"modem", "\tTab\t "}, {"modem", "A \0 B"s}, {"modem", "\r\n"}, {"modem", "   "}});
+  plant(
+      {{"modem", "  Cable Modem  "}, {"modem", "\tTab\t "}, {"modem", "A \0 B"s}, {"modem", "\r\n"}, {"modem", "   "}});
   fill();
   EXPECT_EQ(listed, (Lines{"Cable Modem", "\tTab\t", "A", "\r\n", ""}));
 }

@@ -40,16 +40,29 @@ enum class ControlKind {
 enum class TextStyle {
   plain,
   bold,
-  right,       // right-aligned, cut with an ellipsis
+  right,  // right-aligned, cut with an ellipsis
   boldRight,
-  title,       // bold, cut with an ellipsis
+  title,  // bold, cut with an ellipsis
   centred,
-  wrapped,     // several lines
-  figure,      // "caption: number unit" in three columns
+  wrapped,  // several lines
+  figure,   // "caption: number unit" in three columns
 };
 
 // The pictures that controls show: icons of the program's own.
-enum class Picture { none, application, add, connect, hangUp, limits, signIn, dialing, failed, listEntry, connected, disconnected };
+enum class Picture {
+  none,
+  application,
+  add,
+  connect,
+  hangUp,
+  limits,
+  signIn,
+  dialing,
+  failed,
+  listEntry,
+  connected,
+  disconnected
+};
 
 // How a picture button lies under the pointer.
 enum class Look { normal, hover, pressed };

@@ -6,13 +6,15 @@
 
 namespace pelvaro {
 
-using WindowHandle = std::uintptr_t;     // an HWND; 0 is "none"
-using WindowProcedure = std::uintptr_t;  // a window procedure's address as SetWindowLongA gives it; opaque above the seam
+using WindowHandle = std::uintptr_t;  // an HWND; 0 is "none"
+using WindowProcedure =
+    std::uintptr_t;  // a window procedure's address as SetWindowLongA gives it; opaque above the seam
 
 // What takes the place of a window's procedure: gets every message and gives the result for the system.
 struct MessageHook {
   virtual ~MessageHook() = default;
-  virtual std::intptr_t message(WindowHandle window, std::uint32_t number, std::uintptr_t wParam, std::intptr_t lParam) = 0;
+  virtual std::intptr_t message(WindowHandle window, std::uint32_t number, std::uintptr_t wParam,
+                                std::intptr_t lParam) = 0;
 };
 
 struct DialEventWindow {

@@ -16,11 +16,14 @@ struct DialService {
   virtual ~DialService() = default;
 
   // RasGetEntryPropertiesA, the two device-information arguments null.
-  virtual std::uint32_t getEntryProperties(const char* phonebook, const char* entry, void* record, std::uint32_t* size) = 0;
+  virtual std::uint32_t getEntryProperties(const char* phonebook, const char* entry, void* record,
+                                           std::uint32_t* size) = 0;
   // RasSetEntryPropertiesA, device information null and 0.
-  virtual std::uint32_t setEntryProperties(const char* phonebook, const char* entry, void* record, std::uint32_t size) = 0;
+  virtual std::uint32_t setEntryProperties(const char* phonebook, const char* entry, void* record,
+                                           std::uint32_t size) = 0;
   // RasEnumEntriesA, the reserved argument null.
-  virtual std::uint32_t enumEntries(const char* phonebook, void* records, std::uint32_t* size, std::uint32_t* count) = 0;
+  virtual std::uint32_t enumEntries(const char* phonebook, void* records, std::uint32_t* size,
+                                    std::uint32_t* count) = 0;
   // RasEnumDevicesA. `size` and `count` may be the same variable.
   virtual std::uint32_t enumDevices(void* records, std::uint32_t* size, std::uint32_t* count) = 0;
   // RasGetEntryDialParamsA. `passwordSaved` receives a BOOL.
@@ -38,7 +41,8 @@ struct DialService {
   virtual std::uint32_t editPhonebookEntry(std::uintptr_t owner, const char* phonebook, const char* entry) = 0;
   // RasGetErrorStringA. `size` is in characters, the terminator included.
   virtual std::uint32_t errorString(std::uint32_t code, char* text, std::uint32_t size) = 0;
-  // FormatMessageA without a source and without inserts. Gives the number of characters stored, 0 when there is no message.
+  // FormatMessageA without a source and without inserts. Gives the number of characters stored, 0 when there is no
+  // message.
   virtual std::uint32_t formatMessage(std::uint32_t flags, std::uint32_t code, std::uint32_t language, char* text,
                                       std::uint32_t size) = 0;
 };

@@ -25,7 +25,8 @@ struct Dialogs {
   // CreatePopupMenu.
   virtual MenuHandle createPopupMenu() = 0;
   // AppendMenuA; flag 0 is a text, 2048 a separator.
-  virtual void appendMenu(MenuHandle menu, std::uint32_t flags, std::uint32_t identifier, const std::string& caption) = 0;
+  virtual void appendMenu(MenuHandle menu, std::uint32_t flags, std::uint32_t identifier,
+                          const std::string& caption) = 0;
   // GetCursorPos.
   virtual void cursorPosition(int& x, int& y) = 0;
   // GetForegroundWindow.

@@ -28,9 +28,9 @@ namespace entry {
 constexpr Field kSize{0, 4}, kOptions{4, 4}, kCountryId{8, 4}, kCountryCode{12, 4}, kAreaCode{16, 11},
     kLocalPhoneNumber{27, 129}, kAlternateOffset{156, 4}, kIpAddress{160, 4}, kDnsAddress{164, 4},
     kDnsAltAddress{168, 4}, kWinsAddress{172, 4}, kWinsAltAddress{176, 4}, kFrameSize{180, 4}, kNetProtocols{184, 4},
-    kFramingProtocol{188, 4}, kScript{192, 260}, kAutodialDll{452, 260}, kAutodialFunc{712, 260},
-    kDeviceType{972, 17}, kDeviceName{989, 129};
-constexpr std::size_t kOldestSize = 1672;       // Windows 95 and NT 4: device names of 33 bytes
+    kFramingProtocol{188, 4}, kScript{192, 260}, kAutodialDll{452, 260}, kAutodialFunc{712, 260}, kDeviceType{972, 17},
+    kDeviceName{989, 129};
+constexpr std::size_t kOldestSize = 1672;  // Windows 95 and NT 4: device names of 33 bytes
 constexpr std::size_t kOldestDeviceName = 33;
 constexpr std::size_t kNoDialExtensions = 1768;  // up to this size there are no sub-entry fields
 constexpr std::size_t kWithType = 1797;          // from this size on dwType and what follows are there
@@ -38,11 +38,10 @@ constexpr std::size_t kWithOptions2 = 2089;      // from this size on dwfOptions
 // Relative to the end of the device name.
 constexpr std::size_t kPadType = 33, kAddress = 201, kFacilities = 201, kUserData = 201;
 constexpr std::size_t kChannelsAfterUserData = 203;  // two bytes of alignment behind szX25UserData
-constexpr Field kSubEntries{1768, 4}, kDialMode{1772, 4}, kDialExtraPercent{1776, 4},
-    kDialExtraSampleSeconds{1780, 4}, kHangUpExtraPercent{1784, 4}, kHangUpExtraSampleSeconds{1788, 4},
-    kIdleDisconnectSeconds{1792, 4}, kType{1796, 4}, kEncryptionType{1800, 4}, kCustomAuthKey{1804, 4},
-    kGuid{1808, 16}, kCustomDialDll{1824, 260}, kVpnStrategy{2084, 4}, kOptions2{2088, 4}, kOptions3{2092, 4},
-    kDnsSuffix{2096, 256};
+constexpr Field kSubEntries{1768, 4}, kDialMode{1772, 4}, kDialExtraPercent{1776, 4}, kDialExtraSampleSeconds{1780, 4},
+    kHangUpExtraPercent{1784, 4}, kHangUpExtraSampleSeconds{1788, 4}, kIdleDisconnectSeconds{1792, 4}, kType{1796, 4},
+    kEncryptionType{1800, 4}, kCustomAuthKey{1804, 4}, kGuid{1808, 16}, kCustomDialDll{1824, 260},
+    kVpnStrategy{2084, 4}, kOptions2{2088, 4}, kOptions3{2092, 4}, kDnsSuffix{2096, 256};
 constexpr std::size_t kDnsSuffixCopied = 260;  // kept on purpose: four bytes more than the field has
 constexpr std::size_t kSizeToday = 2884;       // _WIN32_WINNT 0x0501
 }  // namespace entry

@@ -16,15 +16,15 @@ class Form4 : public Form {
  public:
   Form4(Windows& windows, Services& services, FormGroup& group);
 
-  Image Image1{*this, "Image1"};               // the picture
-  Label Label1{*this, "Label1"};               // "User Name:"
-  TextBox Text1{*this, "Text1"};               // user name
-  Label Label2{*this, "Label2"};               // "Password:"
-  TextBox Text2{*this, "Text2"};               // password
-  CommandButton Command1{*this, "Command1"};   // OK: connect
-  CommandButton Command2{*this, "Command2"};   // Cancel
-  Mark Label3{*this, "Label3"};                // the close mark
-  Label Label6{*this, "Label6"};               // the title
+  Image Image1{*this, "Image1"};              // the picture
+  Label Label1{*this, "Label1"};              // "User Name:"
+  TextBox Text1{*this, "Text1"};              // user name
+  Label Label2{*this, "Label2"};              // "Password:"
+  TextBox Text2{*this, "Text2"};              // password
+  CommandButton Command1{*this, "Command1"};  // OK: connect
+  CommandButton Command2{*this, "Command2"};  // Cancel
+  Mark Label3{*this, "Label3"};               // the close mark
+  Label Label6{*this, "Label6"};              // the title
 
  protected:
   void onLoad() override;

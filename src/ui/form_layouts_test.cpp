@@ -22,7 +22,8 @@ const ControlLayout& control(const FormLayout& form, const std::string& name) {
 }
 
 std::string place(const Rect96& r) {
-  return std::to_string(r.x) + "," + std::to_string(r.y) + "," + std::to_string(r.width) + "," + std::to_string(r.height);
+  return std::to_string(r.x) + "," + std::to_string(r.y) + "," + std::to_string(r.width) + "," +
+         std::to_string(r.height);
 }
 
 TEST(Layouts, FormsHaveTheirTitlesAndSizes) {
@@ -75,7 +76,8 @@ TEST(Layouts, NoControlLiesOverAnother) {
       for (std::size_t j = i + 1; j < form->controls.size(); ++j) {
         const Rect96 a = form->controls[i].place;
         const Rect96 b = form->controls[j].place;
-        const bool apart = a.x + a.width <= b.x || b.x + b.width <= a.x || a.y + a.height <= b.y || b.y + b.height <= a.y;
+        const bool apart =
+            a.x + a.width <= b.x || b.x + b.width <= a.x || a.y + a.height <= b.y || b.y + b.height <= a.y;
         EXPECT_TRUE(apart) << form->name << ": " << form->controls[i].name << " and " << form->controls[j].name;
       }
     }

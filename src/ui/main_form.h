@@ -30,31 +30,31 @@ class Form1 : public Form {
   // The action of the connect image: opens the credentials prompt, or hangs up through the splash.
   void connectOrHangUp();
 
-  Image Image1{*this, "Image1"};          // add a connection
-  Image Image2{*this, "Image2"};          // connect or hang up; its tooltip tells which
-  Image Image3{*this, "Image3"};          // set limits
-  Image Image4{*this, "Image4"};          // the state as a picture
-  Image Image5{*this, "Image5"};          // the program's picture in the title strip
+  Image Image1{*this, "Image1"};           // add a connection
+  Image Image2{*this, "Image2"};           // connect or hang up; its tooltip tells which
+  Image Image3{*this, "Image3"};           // set limits
+  Image Image4{*this, "Image4"};           // the state as a picture
+  Image Image5{*this, "Image5"};           // the program's picture in the title strip
   ListView ListView1{*this, "ListView1"};  // the connections
-  Label statuslbl{*this, "statuslbl"};    // the state of the selected connection
-  Label Label1{*this, "Label1"};          // bytes received
-  Label Label2{*this, "Label2"};          // bytes transmitted
-  Mark Label3{*this, "Label3"};           // the close mark
-  Label Label4{*this, "Label4"};          // download rate
-  Label Label5{*this, "Label5"};          // upload rate
-  Mark Label6{*this, "Label6"};           // the minimise mark
-  Label Label7{*this, "Label7"};          // what remains of a limit that is near
-  Label Label8{*this, "Label8"};          // the title
-  Label Label9{*this, "Label9"};          // caption: elapsed
-  Label Label10{*this, "Label10"};        // elapsed time or received size
-  Label Label11{*this, "Label11"};        // caption: remaining
-  Label Label12{*this, "Label12"};        // the limit
+  Label statuslbl{*this, "statuslbl"};     // the state of the selected connection
+  Label Label1{*this, "Label1"};           // bytes received
+  Label Label2{*this, "Label2"};           // bytes transmitted
+  Mark Label3{*this, "Label3"};            // the close mark
+  Label Label4{*this, "Label4"};           // download rate
+  Label Label5{*this, "Label5"};           // upload rate
+  Mark Label6{*this, "Label6"};            // the minimise mark
+  Label Label7{*this, "Label7"};           // what remains of a limit that is near
+  Label Label8{*this, "Label8"};           // the title
+  Label Label9{*this, "Label9"};           // caption: elapsed
+  Label Label10{*this, "Label10"};         // elapsed time or received size
+  Label Label11{*this, "Label11"};         // caption: remaining
+  Label Label12{*this, "Label12"};         // the limit
   Timer Timer1{*this, {.interval = 50, .enabled = true, .yieldsFirst = true}};  // the state poll
   Timer Timer2{*this, {.interval = 1000, .enabled = false}};                    // the traffic tick
 
-  RasHandle p_iConnID = 0;            // the current connection
-  std::int32_t requiredbyte = 0;      // the size limit in KB, 0 for none
-  std::int32_t requiredtime = 0;      // the time limit in seconds, 0 for none
+  RasHandle p_iConnID = 0;             // the current connection
+  std::int32_t requiredbyte = 0;       // the size limit in KB, 0 for none
+  std::int32_t requiredtime = 0;       // the time limit in seconds, 0 for none
   std::vector<std::string> modemKeys;  // names of the phone modems' driver keys
 
  protected:

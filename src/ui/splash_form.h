@@ -21,9 +21,9 @@ class Form5 : public Form {
   // Puts the shared text on the splash.
   void showSharedText();
 
-  Label captionLabel{*this, "captionLabel"};   // the title
-  Animation Animation1{*this, "Animation1"};   // "loading.avi"
-  Label textLabel{*this, "textLabel"};         // the shared text, nothing while that is "Connect"
+  Label captionLabel{*this, "captionLabel"};  // the title
+  Animation Animation1{*this, "Animation1"};  // "loading.avi"
+  Label textLabel{*this, "textLabel"};        // the shared text, nothing while that is "Connect"
   Mark closeMark{*this, "closeMark"};
   Timer Timer1{*this, {.interval = 1000, .enabled = false}};  // has no handler
 

@@ -33,8 +33,8 @@ TEST_F(MainWindow, ALeftClickEnablesTheConnectImageAndOpensNoMenu) {
 TEST_F(MainWindow, ARightClickOpensTheMenuAtThePointer) {
   world.journal.take();
   rightClick(0);
-  EXPECT_EQ(world.journal.take(), (Lines{"AppendMenu 0 1 Edit", "AppendMenu 0 2 Delete",
-                                         "TrackPopupMenu 386 100 200 77", "DestroyMenu"}));
+  EXPECT_EQ(world.journal.take(),
+            (Lines{"AppendMenu 0 1 Edit", "AppendMenu 0 2 Delete", "TrackPopupMenu 386 100 200 77", "DestroyMenu"}));
 }
 
 TEST_F(MainWindow, TheMenuSwallowsTheReleaseAndTheNextArrowKeyDoesNotOpenIt) {
@@ -52,7 +52,10 @@ TEST_F(MainWindow, ARightClickOnTheRowThatIsSelectedCounts) {
 
 TEST_F(MainWindow, DeleteRemovesTheEntryAtOnceWithoutAQuestionAndKeepsTheOrder) {
   world.dialogs.onMenu = [] { return 2u; };
-  world.dialogs.onMessage = [](const std::string& text) -> int { ADD_FAILURE() << text; return 1; };
+  world.dialogs.onMessage = [](const std::string& text) -> int {
+    ADD_FAILURE() << text;
+    return 1;
+  };
   rightClick(1);
   ASSERT_EQ(main().ListView1.count(), 2);
   EXPECT_EQ(main().ListView1.itemText(0), "Corvanti-Office");
@@ -189,8 +192,8 @@ TEST_F(MainWindow, TheModemKeysAreReadOnceWithTheSixtyFourBitViewAsTheSecondTry)
 TEST_F(MainWindow, CallPhoneAsksAndHandsTheTrimmedTextsOn) {
   world.journal.take();
   user([this] { main().CallPhone("  0123 ", " Ann "); });
-  EXPECT_EQ(world.journal.take(),
-            (Lines{"MessageBox 4 About to call Ann at phone number 0123\r\nDo it?", "tapiRequestMakeCall 0123|Pelvaro|Ann|"}));
+  EXPECT_EQ(world.journal.take(), (Lines{"MessageBox 4 About to call Ann at phone number 0123\r\nDo it?",
+                                         "tapiRequestMakeCall 0123|Pelvaro|Ann|"}));
 }
 
 TEST_F(MainWindow, CallPhoneDoesNothingOnNoOrWithoutANumber) {

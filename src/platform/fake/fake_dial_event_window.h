@@ -15,8 +15,8 @@ struct FakeDialEventWindow : DialEventWindow {
   static constexpr WindowProcedure kHookProcedure = 7777;
 
   Journal& journal;
-  std::uint32_t registered = 50000;    // what registerMessage gives
-  std::intptr_t previousResult = 0;    // what the previous procedures give
+  std::uint32_t registered = 50000;  // what registerMessage gives
+  std::intptr_t previousResult = 0;  // what the previous procedures give
   WindowHandle lastWindow = 500;
   std::map<WindowHandle, WindowProcedure> procedures;  // of the windows that exist
   MessageHook* hooked = nullptr;

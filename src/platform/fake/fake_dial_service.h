@@ -1,4 +1,5 @@
-// A dial-up service that journals its calls and answers what the test has planted: a function a verb, success by default.
+// A dial-up service that journals its calls and answers what the test has planted: a function a verb, success by
+// default.
 #pragma once
 
 #include <functional>
@@ -25,12 +26,14 @@ struct FakeDialService : DialService {
   std::function<std::uint32_t(void*, std::uint32_t*, std::uint32_t*)> onEnumConnections;
   std::string messageText;  // what formatMessage and errorString give
 
-  std::uint32_t getEntryProperties(const char* phonebook, const char* entry, void* record, std::uint32_t* size) override {
+  std::uint32_t getEntryProperties(const char* phonebook, const char* entry, void* record,
+                                   std::uint32_t* size) override {
     journal.add("RasGetEntryProperties " + quoted(phonebook) + " " + quoted(entry) + (record ? " buffer " : " null ") +
                 std::to_string(*size));
     return onGetEntry ? onGetEntry(entry, record, size) : 0;
   }
-  std::uint32_t setEntryProperties(const char* phonebook, const char* entry, void* record, std::uint32_t size) override {
+  std::uint32_t setEntryProperties(const char* phonebook, const char* entry, void* record,
+                                   std::uint32_t size) override {
     journal.add("RasSetEntryProperties " + quoted(phonebook) + " " + quoted(entry) + " " + std::to_string(size));
     return onSetEntry ? onSetEntry(entry, record, size) : 0;
   }
@@ -78,8 +81,8 @@ struct FakeDialService : DialService {
   }
   std::uint32_t formatMessage(std::uint32_t flags, std::uint32_t code, std::uint32_t language, char* text,
                               std::uint32_t size) override {
-    journal.add("FormatMessage " + std::to_string(flags) + " " + std::to_string(code) + " " +
-                std::to_string(language) + " " + std::to_string(size));
+    journal.add("FormatMessage " + std::to_string(flags) + " " + std::to_string(code) + " " + std::to_string(language) +
+                " " + std::to_string(size));
     return static_cast<std::uint32_t>(messageText.copy(text, size));
   }
 };

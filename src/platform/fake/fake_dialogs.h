@@ -13,9 +13,9 @@ struct FakeDialogs : Dialogs {
   explicit FakeDialogs(Journal& log) : journal(log) {}
 
   Journal& journal;
-  std::function<int(const std::string& text)> onMessage;   // the user's answer; OK or Yes when there is none
-  std::function<std::uint32_t()> onMenu;                   // the chosen identifier; none by default
-  std::vector<std::string> captions;                       // of the last menu
+  std::function<int(const std::string& text)> onMessage;  // the user's answer; OK or Yes when there is none
+  std::function<std::uint32_t()> onMenu;                  // the chosen identifier; none by default
+  std::vector<std::string> captions;                      // of the last menu
 
   int messageBox(const std::string& text, std::uint32_t buttons) override {
     journal.add("MessageBox " + std::to_string(buttons) + " " + text);

@@ -11,7 +11,7 @@ struct FakeEventLoop : EventLoop {
 
   Journal& journal;
   std::function<void()> onYield;  // the pending events of every yield
-  std::function<void()> onWait;   // the events of a wait, called until it is over; without one the wait ends the program
+  std::function<void()> onWait;  // the events of a wait, called until it is over; without one the wait ends the program
   bool ended = false;
 
   void yield() override {

@@ -10,7 +10,8 @@ constexpr int kFirstIdentifier = 100;
 int g_nextIdentifier = kFirstIdentifier;
 }  // namespace
 
-ControlWindow::ControlWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings)
+ControlWindow::ControlWindow(const ControlLayout& layout, ControlEvents& events,
+                             const ControlSurroundings& surroundings)
     : layout_(layout),
       events_(events),
       form_(surroundings.form),

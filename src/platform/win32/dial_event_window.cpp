@@ -1,6 +1,5 @@
 #include "platform/win32/dial_event_window.h"
 
-
 namespace pelvaro::win32 {
 
 namespace {

@@ -11,7 +11,8 @@ namespace pelvaro::win32 {
 
 class RasDialService : public DialService {
  public:
-  std::uint32_t getEntryProperties(const char* phonebook, const char* entry, void* record, std::uint32_t* size) override;
+  std::uint32_t getEntryProperties(const char* phonebook, const char* entry, void* record,
+                                   std::uint32_t* size) override;
   std::uint32_t setEntryProperties(const char* phonebook, const char* entry, void* record, std::uint32_t size) override;
   std::uint32_t enumEntries(const char* phonebook, void* records, std::uint32_t* size, std::uint32_t* count) override;
   std::uint32_t enumDevices(void* records, std::uint32_t* size, std::uint32_t* count) override;

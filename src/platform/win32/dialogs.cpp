@@ -19,7 +19,8 @@ int SystemDialogs::messageBox(const std::string& text, std::uint32_t buttons) {
 
 MenuHandle SystemDialogs::createPopupMenu() { return reinterpret_cast<MenuHandle>(::CreatePopupMenu()); }
 
-void SystemDialogs::appendMenu(MenuHandle menu, std::uint32_t flags, std::uint32_t identifier, const std::string& caption) {
+void SystemDialogs::appendMenu(MenuHandle menu, std::uint32_t flags, std::uint32_t identifier,
+                               const std::string& caption) {
   ::AppendMenuA(asMenu(menu), flags, identifier, caption.c_str());
 }
 

@@ -105,11 +105,11 @@ FormWindow::FormWindow(FormScreen& screen, const FormLayout& layout, FormEvents&
 
   const HWND owner = screen.mainWindow();
   const RECT size = screen.metrics().scaled(Rect96{0, 0, layout.width, layout.height});
-  window_ = ::CreateWindowExA(WS_EX_CONTROLPARENT | (owner ? 0 : WS_EX_APPWINDOW), className.c_str(), layout.title, kStyle,
-                              0, 0, size.right, size.bottom, owner, nullptr, windowClass.hInstance, nullptr);
+  window_ = ::CreateWindowExA(WS_EX_CONTROLPARENT | (owner ? 0 : WS_EX_APPWINDOW), className.c_str(), layout.title,
+                              kStyle, 0, 0, size.right, size.bottom, owner, nullptr, windowClass.hInstance, nullptr);
   ::SetWindowLongA(window_, GWL_USERDATA, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(this)));
-  tooltips_ = ::CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0,
-                                window_, nullptr, windowClass.hInstance, nullptr);
+  tooltips_ = ::CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0,
+                                0, 0, window_, nullptr, windowClass.hInstance, nullptr);
 }
 
 FormWindow::~FormWindow() { destroy(); }
@@ -125,8 +125,7 @@ void FormWindow::destroy() {
 }
 
 std::shared_ptr<ControlPeer> FormWindow::createControl(const ControlLayout& layout, ControlEvents& events) {
-  auto control =
-      createControlWindow(layout, events, {window_, events_, screen_.metrics(), screen_.loop(), tooltips_});
+  auto control = createControlWindow(layout, events, {window_, events_, screen_.metrics(), screen_.loop(), tooltips_});
   if (layout_.defaultButton && std::strcmp(layout.name, layout_.defaultButton) == 0) {
     if (auto* button = dynamic_cast<ButtonWindow*>(control.get())) button->setDefault(true);
   }
@@ -170,7 +169,8 @@ void FormWindow::place() {
     ::GetWindowRect(other->window(), &taken);
     const RECT wanted{left, top, left + width, top + height};
     RECT common{};
-    if (::IntersectRect(&common, &taken, &wanted)) top = static_cast<int>(taken.bottom) + screen_.metrics().scaled(kGap);
+    if (::IntersectRect(&common, &taken, &wanted))
+      top = static_cast<int>(taken.bottom) + screen_.metrics().scaled(kGap);
   }
   left = std::max<int>(work.left, std::min<int>(left, work.right - width));
   top = std::max<int>(work.top, std::min<int>(top, work.bottom - height));
@@ -217,24 +217,34 @@ LRESULT CALLBACK FormWindow::procedure(HWND window, UINT number, WPARAM wParam, 
 
 LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   switch (number) {
-    case WM_ERASEBKGND: return 1;
-    case WM_PAINT: paint(); return 0;
-    case kAskFormColour: return static_cast<LRESULT>(colours_.background);
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT:
+      paint();
+      return 0;
+    case kAskFormColour:
+      return static_cast<LRESULT>(colours_.background);
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
     case WM_MOUSEMOVE:
     case WM_LBUTTONUP:
     case WM_RBUTTONUP:
-    case WM_CAPTURECHANGED: mouse(number, wParam, lParam); return 0;
+    case WM_CAPTURECHANGED:
+      mouse(number, wParam, lParam);
+      return 0;
     case WM_TIMER:
       if (wParam >= 1 && wParam <= timers_.size() && timers_[wParam - 1]) {
         screen_.loop().guarded([&] { timers_[wParam - 1]->ticked(); });
       }
       return 0;
-    case WM_COMMAND: command(wParam, lParam); return 0;
-    case WM_NOTIFY: return notified(*reinterpret_cast<NMHDR*>(lParam));
+    case WM_COMMAND:
+      command(wParam, lParam);
+      return 0;
+    case WM_NOTIFY:
+      return notified(*reinterpret_cast<NMHDR*>(lParam));
     case WM_DRAWITEM:
-      if (auto& item = *reinterpret_cast<DRAWITEMSTRUCT*>(lParam); ControlWindow* control = ControlWindow::of(item.hwndItem)) {
+      if (auto& item = *reinterpret_cast<DRAWITEMSTRUCT*>(lParam);
+          ControlWindow* control = ControlWindow::of(item.hwndItem)) {
         control->draw(item);
       }
       return TRUE;
@@ -242,17 +252,25 @@ LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORBTN:
       if (ControlWindow* control = ControlWindow::of(reinterpret_cast<HWND>(lParam))) {
-        if (const HBRUSH ground = control->ground(reinterpret_cast<HDC>(wParam))) return reinterpret_cast<LRESULT>(ground);
+        if (const HBRUSH ground = control->ground(reinterpret_cast<HDC>(wParam)))
+          return reinterpret_cast<LRESULT>(ground);
       }
       break;
-    case WM_ACTIVATE: activation(LOWORD(wParam) != WA_INACTIVE); return 0;
+    case WM_ACTIVATE:
+      activation(LOWORD(wParam) != WA_INACTIVE);
+      return 0;
     case DM_GETDEFID:
       if (const HWND button = child(layout_.defaultButton)) return MAKELRESULT(::GetDlgCtrlID(button), DC_HASDEFID);
       return 0;
-    case WM_CLOSE: screen_.loop().guarded([this] { events_.closeRequested(); }); return 0;
+    case WM_CLOSE:
+      screen_.loop().guarded([this] { events_.closeRequested(); });
+      return 0;
     case WM_SYSCOLORCHANGE:
-    case WM_SETTINGCHANGE: screen_.loop().guarded([this] { events_.coloursChanged(); }); return 0;
-    default: break;
+    case WM_SETTINGCHANGE:
+      screen_.loop().guarded([this] { events_.coloursChanged(); });
+      return 0;
+    default:
+      break;
   }
   return window_ ? ::DefWindowProcA(window_, number, wParam, lParam) : 0;
 }
@@ -290,7 +308,9 @@ void FormWindow::mouse(UINT number, WPARAM wParam, LPARAM lParam) {
         ::SetCapture(window_);
         events_.mousePressed(button, x, y);
         break;
-      case WM_MOUSEMOVE: events_.mouseMoved(heldButton(wParam), x, y); break;
+      case WM_MOUSEMOVE:
+        events_.mouseMoved(heldButton(wParam), x, y);
+        break;
       case WM_CAPTURECHANGED:  // something else took the mouse: the release will not come
         if (std::exchange(pressed_, false)) events_.mouseReleased(MouseButton::none, 0, 0);
         break;

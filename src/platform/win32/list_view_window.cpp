@@ -82,8 +82,11 @@ void ListViewWindow::released(MouseButton button, int x, int y) {
 LRESULT ListViewWindow::notified(NMHDR& header) {
   selectedKnown_ = false;
   switch (header.code) {
-    case static_cast<UINT>(LVN_GETDISPINFOA): giveText(reinterpret_cast<NMLVDISPINFOA&>(header).item); return 0;
-    case static_cast<UINT>(NM_CUSTOMDRAW): return drawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+    case static_cast<UINT>(LVN_GETDISPINFOA):
+      giveText(reinterpret_cast<NMLVDISPINFOA&>(header).item);
+      return 0;
+    case static_cast<UINT>(NM_CUSTOMDRAW):
+      return drawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
     case static_cast<UINT>(LVN_ITEMCHANGED): {
       const auto& change = reinterpret_cast<NMLISTVIEW&>(header);
       repaint();  // a row is drawn beyond its column, and the platform renews the column alone
@@ -101,8 +104,11 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
       if (window_) released(right ? MouseButton::right : MouseButton::left, click.ptAction.x, click.ptAction.y);
       return 0;
     }
-    case static_cast<UINT>(LVN_BEGINRDRAG): released(MouseButton::right, 0, 0); return 0;
-    default: return 0;
+    case static_cast<UINT>(LVN_BEGINRDRAG):
+      released(MouseButton::right, 0, 0);
+      return 0;
+    default:
+      return 0;
   }
 }
 
@@ -119,12 +125,18 @@ LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
       loop_.guarded([&] { events_.mousePressed(right ? MouseButton::right : MouseButton::left, x, y); });
       break;
     }
-    case WM_LBUTTONUP: released(MouseButton::left, x, y); break;
-    case WM_RBUTTONUP: released(MouseButton::right, x, y); break;
+    case WM_LBUTTONUP:
+      released(MouseButton::left, x, y);
+      break;
+    case WM_RBUTTONUP:
+      released(MouseButton::right, x, y);
+      break;
     case WM_CONTEXTMENU:
       if (lParam == -1) openMenuByKeyboard();
       return 0;
-    case WM_ERASEBKGND: eraseBelowRows(reinterpret_cast<HDC>(wParam)); return 1;
+    case WM_ERASEBKGND:
+      eraseBelowRows(reinterpret_cast<HDC>(wParam));
+      return 1;
     case WM_NCPAINT: {
       const LRESULT result = passOn(number, wParam, lParam);
       drawFrame();
@@ -139,7 +151,8 @@ LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
       }
       return result;
     }
-    default: break;
+    default:
+      break;
   }
   return passOn(number, wParam, lParam);
 }
@@ -149,7 +162,8 @@ void ListViewWindow::eraseBelowRows(HDC dc) {
   RECT area = client();
   const auto count = ::SendMessageA(window_, LVM_GETITEMCOUNT, 0, 0);
   RECT last{LVIR_BOUNDS, 0, 0, 0};
-  if (count > 0 && ::SendMessageA(window_, LVM_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&last))) {
+  if (count > 0 &&
+      ::SendMessageA(window_, LVM_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&last))) {
     area.top = std::min(area.bottom, std::max(area.top, last.bottom));
   }
   fill(dc, area, colours_.background);

@@ -33,9 +33,9 @@ class ListViewWindow : public ControlWindow {
   // that asks twenty times a second mostly costs no message.
   int selected_ = -1;
   bool selectedKnown_ = false;
-  bool ours_ = false;               // a selection that we make ourselves raises nothing
-  bool rightPressed_ = false;       // a right click is reported at its release
-  bool reported_ = false;           // this press has raised its click already
+  bool ours_ = false;          // a selection that we make ourselves raises nothing
+  bool rightPressed_ = false;  // a right click is reported at its release
+  bool reported_ = false;      // this press has raised its click already
 };
 
 }  // namespace pelvaro::win32

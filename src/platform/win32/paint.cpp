@@ -38,8 +38,8 @@ Canvas::Canvas(HDC target, const RECT& area)
 }
 
 Canvas::~Canvas() {
-  ::BitBlt(target_, area_.left, area_.top, area_.right - area_.left, area_.bottom - area_.top, dc_, area_.left, area_.top,
-           SRCCOPY);
+  ::BitBlt(target_, area_.left, area_.top, area_.right - area_.left, area_.bottom - area_.top, dc_, area_.left,
+           area_.top, SRCCOPY);
   ::SelectObject(dc_, before_);
   ::DeleteObject(bitmap_);
   ::DeleteDC(dc_);
@@ -92,8 +92,8 @@ void paintPicture(HDC dc, ScreenMetrics& metrics, Picture what, const RECT& area
   const HICON icon = metrics.icon(what, room, muted);
   if (!icon) return;
   const int size = ScreenMetrics::iconSize(room);
-  ::DrawIconEx(dc, area.left + (room - size) / 2, area.top + (static_cast<int>(area.bottom - area.top) - size) / 2, icon,
-               size, size, 0, nullptr, DI_NORMAL);
+  ::DrawIconEx(dc, area.left + (room - size) / 2, area.top + (static_cast<int>(area.bottom - area.top) - size) / 2,
+               icon, size, size, 0, nullptr, DI_NORMAL);
 }
 
 }  // namespace pelvaro::win32

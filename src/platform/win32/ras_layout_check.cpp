@@ -9,8 +9,9 @@
 namespace pelvaro::ras {
 namespace {
 
-#define PELVARO_SAME_FIELD(record, field, ours) \
-  static_assert(offsetof(record, field) == (ours).offset && sizeof(static_cast<record*>(nullptr)->field) == (ours).width)
+#define PELVARO_SAME_FIELD(record, field, ours)             \
+  static_assert(offsetof(record, field) == (ours).offset && \
+                sizeof(static_cast<record*>(nullptr)->field) == (ours).width)
 
 static_assert(sizeof(RASENTRYA) == entry::kSizeToday);
 PELVARO_SAME_FIELD(RASENTRYA, dwSize, entry::kSize);

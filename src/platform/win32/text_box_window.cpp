@@ -9,12 +9,14 @@ namespace {
 constexpr int kSidePadding = 6;  // between the frame's outer edge and the text, at 96 dpi
 }  // namespace
 
-TextBoxWindow::TextBoxWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings)
+TextBoxWindow::TextBoxWindow(const ControlLayout& layout, ControlEvents& events,
+                             const ControlSurroundings& surroundings)
     : ControlWindow(layout, events, surroundings) {
   const DWORD masked = layout.kind == ControlKind::passwordBox ? ES_PASSWORD : 0;
   create("EDIT", ES_AUTOHSCROLL | WS_TABSTOP | masked);
   // The frame is drawn around a smaller client area.
-  ::SetWindowPos(window_, nullptr, 0, 0, 0, 0, SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  ::SetWindowPos(window_, nullptr, 0, 0, 0, 0,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   ::SendMessageA(window_, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
 }
 
@@ -56,9 +58,14 @@ void TextBoxWindow::drawFrame() {
 
 LRESULT TextBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   switch (number) {
-    case WM_NCCALCSIZE: shrink(*reinterpret_cast<RECT*>(lParam)); return 0;
-    case WM_NCPAINT: drawFrame(); return 0;
-    case WM_NCHITTEST: return HTCLIENT;  // a click on the padding belongs to the text
+    case WM_NCCALCSIZE:
+      shrink(*reinterpret_cast<RECT*>(lParam));
+      return 0;
+    case WM_NCPAINT:
+      drawFrame();
+      return 0;
+    case WM_NCHITTEST:
+      return HTCLIENT;  // a click on the padding belongs to the text
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
     case WM_ENABLE: {
@@ -66,7 +73,8 @@ LRESULT TextBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
       if (window_) drawFrame();
       return result;
     }
-    default: return passOn(number, wParam, lParam);
+    default:
+      return passOn(number, wParam, lParam);
   }
 }
 

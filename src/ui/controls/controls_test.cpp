@@ -20,10 +20,15 @@ using Log = std::vector<std::string>;
 constexpr ControlLayout kControls[] = {
     {.name = "Text1", .kind = ControlKind::textBox, .caption = "design", .place = {0, 0, 10, 10}},
     {.name = "ListView1", .kind = ControlKind::listView, .caption = "", .place = {0, 0, 10, 10}},
-    {.name = "Image1", .kind = ControlKind::pictureButton, .caption = "tip", .place = {0, 0, 10, 10}, .picture = Picture::add},
+    {.name = "Image1",
+     .kind = ControlKind::pictureButton,
+     .caption = "tip",
+     .place = {0, 0, 10, 10},
+     .picture = Picture::add},
     {.name = "Label1", .kind = ControlKind::label, .caption = "hidden", .place = {0, 0, 10, 10}, .visible = false},
 };
-const FormLayout kLayout{.name = "Sample", .title = "Sample", .width = 10, .height = 10, .controls = kControls, .rules = {}};
+const FormLayout kLayout{
+    .name = "Sample", .title = "Sample", .width = 10, .height = 10, .controls = kControls, .rules = {}};
 
 struct SampleForm : Form {
   SampleForm(Services& services, FormGroup& group, Log& events) : Form(services, group, kLayout), log(events) {}
