@@ -26,22 +26,14 @@ void fail(DialContext& context, frmDial& form) {
 
 const char* progressText(std::uint32_t state) {
   switch (state) {
-    case 0:
-      return "Opening port...";
-    case 1:
-      return "Port opened...";
-    case 2:
-      return "Connecting device...";
-    case 3:
-      return "Device connected...";
-    case 5:
-      return "Checking username and password...";
-    case 21:
-      return "Logging on the network...";
-    case kInteractive:
-      return "Connect successfully.";  // kept on purpose: not RASCS_Connected
-    default:
-      return nullptr;
+    case 0: return "Opening port...";
+    case 1: return "Port opened...";
+    case 2: return "Connecting device...";
+    case 3: return "Device connected...";
+    case 5: return "Checking username and password...";
+    case 21: return "Logging on the network...";
+    case kInteractive: return "Connect successfully.";  // kept on purpose: not RASCS_Connected
+    default: return nullptr;
   }
 }
 

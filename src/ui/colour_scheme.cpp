@@ -53,19 +53,11 @@ void accessary::applyColourScheme(Form& form) {
   form.setColours(surface);
   for (Control* control : form.controls()) {
     switch (control->layout().kind) {
-      case ControlKind::commandButton:
-        control->setColours(button);
-        break;
+      case ControlKind::commandButton: control->setColours(button); break;
       case ControlKind::textBox:
-      case ControlKind::passwordBox:
-        control->setColours(input);
-        break;
-      case ControlKind::listView:
-        control->setColours({input.background, surface.text});
-        break;
-      default:
-        control->setColours(surface);
-        break;
+      case ControlKind::passwordBox: control->setColours(input); break;
+      case ControlKind::listView: control->setColours({input.background, surface.text}); break;
+      default: control->setColours(surface); break;
     }
   }
 }

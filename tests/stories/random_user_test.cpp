@@ -36,13 +36,9 @@ class RandomUser {
       switch (what) {
         case 0:
         case 1:
-        case 2:
-          main.ListView1.chooseRow(pick(4));
-          break;
+        case 2: main.ListView1.chooseRow(pick(4)); break;
         case 3:
-        case 4:
-          main.Image2.click();
-          break;
+        case 4: main.Image2.click(); break;
         case 5:
           if (prompt.visible()) prompt.Command1.click();
           break;
@@ -63,29 +59,16 @@ class RandomUser {
         case 10:
           if (status.visible()) status.closeMark.click();
           break;
-        case 11:
-          world_.ports.unplug(pick(2) ? "COM5" : "COM7");
-          break;
-        case 12:
-          world_.ports.plug(pick(2) ? "COM5" : "COM7", World::phone());
-          break;
-        case 13:
-          main.refreshList();
-          break;
-        case 14:
-          rightClick(pick(4));
-          break;
-        case 15:
-          main.ListView1.selectRow(-1);
-          break;
-        case 16:
-          replaceEntry();
-          break;
+        case 11: world_.ports.unplug(pick(2) ? "COM5" : "COM7"); break;
+        case 12: world_.ports.plug(pick(2) ? "COM5" : "COM7", World::phone()); break;
+        case 13: main.refreshList(); break;
+        case 14: rightClick(pick(4)); break;
+        case 15: main.ListView1.selectRow(-1); break;
+        case 16: replaceEntry(); break;
         case 17:
           world_.desktop.postMessage(pick(3) + 500, world_.desktop.registeredMessage, pick(0x2002), pick(2) * 691);
           break;
-        default:
-          break;
+        default: break;
       }
     });
     world_.desktop.advance(pick(200));

@@ -72,35 +72,19 @@ LRESULT ButtonWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   const int x = GET_X_LPARAM(lParam);
   const int y = GET_Y_LPARAM(lParam);
   switch (number) {
-    case WM_MOUSEMOVE:
-      mouseMoved(lParam);
-      break;
-    case WM_MOUSELEAVE:
-      mouseLeft();
-      break;
-    case WM_LBUTTONDBLCLK:
-      number = WM_LBUTTONDOWN;
-      [[fallthrough]];  // the second of two quick clicks is a click too
-    case WM_LBUTTONDOWN:
-      loop_.guarded([&] { events_.mousePressed(MouseButton::left, x, y); });
-      break;
-    case WM_LBUTTONUP:
-      loop_.guarded([&] { events_.mouseReleased(heldButton(MK_LBUTTON), x, y); });
-      break;
+    case WM_MOUSEMOVE: mouseMoved(lParam); break;
+    case WM_MOUSELEAVE: mouseLeft(); break;
+    case WM_LBUTTONDBLCLK: number = WM_LBUTTONDOWN; [[fallthrough]];  // the second of two quick clicks is a click too
+    case WM_LBUTTONDOWN: loop_.guarded([&] { events_.mousePressed(MouseButton::left, x, y); }); break;
+    case WM_LBUTTONUP: loop_.guarded([&] { events_.mouseReleased(heldButton(MK_LBUTTON), x, y); }); break;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
-    case WM_ENABLE:
-      repaint();
-      break;
-    case WM_ERASEBKGND:
-      return 1;
+    case WM_ENABLE: repaint(); break;
+    case WM_ERASEBKGND: return 1;
     // Enter presses the button that has the focus.
-    case WM_GETDLGCODE:
-      return DLGC_BUTTON | (focused() ? DLGC_DEFPUSHBUTTON : DLGC_UNDEFPUSHBUTTON);
-    case BM_SETSTYLE:
-      return 0;  // dialogs try to make it a default button; it stays owner-drawn
-    default:
-      break;
+    case WM_GETDLGCODE: return DLGC_BUTTON | (focused() ? DLGC_DEFPUSHBUTTON : DLGC_UNDEFPUSHBUTTON);
+    case BM_SETSTYLE: return 0;  // dialogs try to make it a default button; it stays owner-drawn
+    default: break;
   }
   return passOn(number, wParam, lParam);
 }

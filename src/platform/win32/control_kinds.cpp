@@ -11,20 +11,15 @@ std::shared_ptr<ControlPeer> createControlWindow(const ControlLayout& layout, Co
                                                  const ControlSurroundings& surroundings) {
   switch (layout.kind) {
     case ControlKind::label:
-    case ControlKind::picture:
-      return std::make_shared<LabelWindow>(layout, events, surroundings);
+    case ControlKind::picture: return std::make_shared<LabelWindow>(layout, events, surroundings);
     case ControlKind::pictureButton:
     case ControlKind::closeMark:
     case ControlKind::minimiseMark:
-    case ControlKind::commandButton:
-      return std::make_shared<ButtonWindow>(layout, events, surroundings);
+    case ControlKind::commandButton: return std::make_shared<ButtonWindow>(layout, events, surroundings);
     case ControlKind::textBox:
-    case ControlKind::passwordBox:
-      return std::make_shared<TextBoxWindow>(layout, events, surroundings);
-    case ControlKind::listView:
-      return std::make_shared<ListViewWindow>(layout, events, surroundings);
-    case ControlKind::animation:
-      return std::make_shared<AnimationWindow>(layout, events, surroundings);
+    case ControlKind::passwordBox: return std::make_shared<TextBoxWindow>(layout, events, surroundings);
+    case ControlKind::listView: return std::make_shared<ListViewWindow>(layout, events, surroundings);
+    case ControlKind::animation: return std::make_shared<AnimationWindow>(layout, events, surroundings);
   }
   return nullptr;
 }

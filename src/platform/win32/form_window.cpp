@@ -217,31 +217,22 @@ LRESULT CALLBACK FormWindow::procedure(HWND window, UINT number, WPARAM wParam, 
 
 LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   switch (number) {
-    case WM_ERASEBKGND:
-      return 1;
-    case WM_PAINT:
-      paint();
-      return 0;
-    case kAskFormColour:
-      return static_cast<LRESULT>(colours_.background);
+    case WM_ERASEBKGND: return 1;
+    case WM_PAINT: paint(); return 0;
+    case kAskFormColour: return static_cast<LRESULT>(colours_.background);
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
     case WM_MOUSEMOVE:
     case WM_LBUTTONUP:
     case WM_RBUTTONUP:
-    case WM_CAPTURECHANGED:
-      mouse(number, wParam, lParam);
-      return 0;
+    case WM_CAPTURECHANGED: mouse(number, wParam, lParam); return 0;
     case WM_TIMER:
       if (wParam >= 1 && wParam <= timers_.size() && timers_[wParam - 1]) {
         screen_.loop().guarded([&] { timers_[wParam - 1]->ticked(); });
       }
       return 0;
-    case WM_COMMAND:
-      command(wParam, lParam);
-      return 0;
-    case WM_NOTIFY:
-      return notified(*reinterpret_cast<NMHDR*>(lParam));
+    case WM_COMMAND: command(wParam, lParam); return 0;
+    case WM_NOTIFY: return notified(*reinterpret_cast<NMHDR*>(lParam));
     case WM_DRAWITEM:
       if (auto& item = *reinterpret_cast<DRAWITEMSTRUCT*>(lParam);
           ControlWindow* control = ControlWindow::of(item.hwndItem)) {
@@ -256,21 +247,14 @@ LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
           return reinterpret_cast<LRESULT>(ground);
       }
       break;
-    case WM_ACTIVATE:
-      activation(LOWORD(wParam) != WA_INACTIVE);
-      return 0;
+    case WM_ACTIVATE: activation(LOWORD(wParam) != WA_INACTIVE); return 0;
     case DM_GETDEFID:
       if (const HWND button = child(layout_.defaultButton)) return MAKELRESULT(::GetDlgCtrlID(button), DC_HASDEFID);
       return 0;
-    case WM_CLOSE:
-      screen_.loop().guarded([this] { events_.closeRequested(); });
-      return 0;
+    case WM_CLOSE: screen_.loop().guarded([this] { events_.closeRequested(); }); return 0;
     case WM_SYSCOLORCHANGE:
-    case WM_SETTINGCHANGE:
-      screen_.loop().guarded([this] { events_.coloursChanged(); });
-      return 0;
-    default:
-      break;
+    case WM_SETTINGCHANGE: screen_.loop().guarded([this] { events_.coloursChanged(); }); return 0;
+    default: break;
   }
   return window_ ? ::DefWindowProcA(window_, number, wParam, lParam) : 0;
 }
@@ -308,9 +292,7 @@ void FormWindow::mouse(UINT number, WPARAM wParam, LPARAM lParam) {
         ::SetCapture(window_);
         events_.mousePressed(button, x, y);
         break;
-      case WM_MOUSEMOVE:
-        events_.mouseMoved(heldButton(wParam), x, y);
-        break;
+      case WM_MOUSEMOVE: events_.mouseMoved(heldButton(wParam), x, y); break;
       case WM_CAPTURECHANGED:  // something else took the mouse: the release will not come
         if (std::exchange(pressed_, false)) events_.mouseReleased(MouseButton::none, 0, 0);
         break;

@@ -47,29 +47,20 @@ void LabelWindow::drawText(HDC dc, RECT area) {
   UINT format = kOneLine;
   HFONT font = metrics_.font();
   switch (layout_.style) {
-    case TextStyle::bold:
-      font = metrics_.boldFont();
-      break;
+    case TextStyle::bold: font = metrics_.boldFont(); break;
     case TextStyle::boldRight:
       font = metrics_.boldFont();
       format |= DT_RIGHT;
       break;
-    case TextStyle::right:
-      format |= DT_RIGHT | DT_END_ELLIPSIS;
-      break;
+    case TextStyle::right: format |= DT_RIGHT | DT_END_ELLIPSIS; break;
     case TextStyle::title:
       font = metrics_.boldFont();
       format |= DT_END_ELLIPSIS;
       break;
-    case TextStyle::centred:
-      format |= DT_CENTER | DT_END_ELLIPSIS;
-      break;
-    case TextStyle::wrapped:
-      format = DT_WORDBREAK;
-      break;
+    case TextStyle::centred: format |= DT_CENTER | DT_END_ELLIPSIS; break;
+    case TextStyle::wrapped: format = DT_WORDBREAK; break;
     case TextStyle::plain:
-    case TextStyle::figure:
-      break;
+    case TextStyle::figure: break;
   }
   if (layout_.style == TextStyle::wrapped) {
     // Centred as a block: as many lines as the text takes.

@@ -82,11 +82,8 @@ void ListViewWindow::released(MouseButton button, int x, int y) {
 LRESULT ListViewWindow::notified(NMHDR& header) {
   selectedKnown_ = false;
   switch (header.code) {
-    case static_cast<UINT>(LVN_GETDISPINFOA):
-      giveText(reinterpret_cast<NMLVDISPINFOA&>(header).item);
-      return 0;
-    case static_cast<UINT>(NM_CUSTOMDRAW):
-      return drawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+    case static_cast<UINT>(LVN_GETDISPINFOA): giveText(reinterpret_cast<NMLVDISPINFOA&>(header).item); return 0;
+    case static_cast<UINT>(NM_CUSTOMDRAW): return drawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
     case static_cast<UINT>(LVN_ITEMCHANGED): {
       const auto& change = reinterpret_cast<NMLISTVIEW&>(header);
       repaint();  // a row is drawn beyond its column, and the platform renews the column alone
@@ -104,11 +101,8 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
       if (window_) released(right ? MouseButton::right : MouseButton::left, click.ptAction.x, click.ptAction.y);
       return 0;
     }
-    case static_cast<UINT>(LVN_BEGINRDRAG):
-      released(MouseButton::right, 0, 0);
-      return 0;
-    default:
-      return 0;
+    case static_cast<UINT>(LVN_BEGINRDRAG): released(MouseButton::right, 0, 0); return 0;
+    default: return 0;
   }
 }
 
@@ -125,18 +119,12 @@ LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
       loop_.guarded([&] { events_.mousePressed(right ? MouseButton::right : MouseButton::left, x, y); });
       break;
     }
-    case WM_LBUTTONUP:
-      released(MouseButton::left, x, y);
-      break;
-    case WM_RBUTTONUP:
-      released(MouseButton::right, x, y);
-      break;
+    case WM_LBUTTONUP: released(MouseButton::left, x, y); break;
+    case WM_RBUTTONUP: released(MouseButton::right, x, y); break;
     case WM_CONTEXTMENU:
       if (lParam == -1) openMenuByKeyboard();
       return 0;
-    case WM_ERASEBKGND:
-      eraseBelowRows(reinterpret_cast<HDC>(wParam));
-      return 1;
+    case WM_ERASEBKGND: eraseBelowRows(reinterpret_cast<HDC>(wParam)); return 1;
     case WM_NCPAINT: {
       const LRESULT result = passOn(number, wParam, lParam);
       drawFrame();
@@ -151,8 +139,7 @@ LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
       }
       return result;
     }
-    default:
-      break;
+    default: break;
   }
   return passOn(number, wParam, lParam);
 }

@@ -13,41 +13,18 @@ constexpr int kIconSizes[] = {64, 48, 40, 32, 24, 20, 16};
 int resourceId(Picture picture, bool muted) {
   int id = 0;
   switch (picture) {
-    case Picture::none:
-      return 0;
-    case Picture::application:
-      id = PELVARO_ICON_APPLICATION;
-      break;
-    case Picture::add:
-      id = PELVARO_ICON_ADD;
-      break;
-    case Picture::connect:
-      id = PELVARO_ICON_CONNECT;
-      break;
-    case Picture::hangUp:
-      id = PELVARO_ICON_HANG_UP;
-      break;
-    case Picture::limits:
-      id = PELVARO_ICON_LIMITS;
-      break;
-    case Picture::signIn:
-      id = PELVARO_ICON_SIGN_IN;
-      break;
-    case Picture::dialing:
-      id = PELVARO_ICON_DIALING;
-      break;
-    case Picture::failed:
-      id = PELVARO_ICON_FAILED;
-      break;
-    case Picture::listEntry:
-      id = PELVARO_ICON_LIST_ENTRY;
-      break;
-    case Picture::connected:
-      id = PELVARO_ICON_CONNECTED;
-      break;
-    case Picture::disconnected:
-      id = PELVARO_ICON_DISCONNECTED;
-      break;
+    case Picture::none: return 0;
+    case Picture::application: id = PELVARO_ICON_APPLICATION; break;
+    case Picture::add: id = PELVARO_ICON_ADD; break;
+    case Picture::connect: id = PELVARO_ICON_CONNECT; break;
+    case Picture::hangUp: id = PELVARO_ICON_HANG_UP; break;
+    case Picture::limits: id = PELVARO_ICON_LIMITS; break;
+    case Picture::signIn: id = PELVARO_ICON_SIGN_IN; break;
+    case Picture::dialing: id = PELVARO_ICON_DIALING; break;
+    case Picture::failed: id = PELVARO_ICON_FAILED; break;
+    case Picture::listEntry: id = PELVARO_ICON_LIST_ENTRY; break;
+    case Picture::connected: id = PELVARO_ICON_CONNECTED; break;
+    case Picture::disconnected: id = PELVARO_ICON_DISCONNECTED; break;
   }
   const bool hasMuted = picture == Picture::add || picture == Picture::connect || picture == Picture::hangUp ||
                         picture == Picture::limits;

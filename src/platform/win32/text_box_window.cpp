@@ -58,14 +58,9 @@ void TextBoxWindow::drawFrame() {
 
 LRESULT TextBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   switch (number) {
-    case WM_NCCALCSIZE:
-      shrink(*reinterpret_cast<RECT*>(lParam));
-      return 0;
-    case WM_NCPAINT:
-      drawFrame();
-      return 0;
-    case WM_NCHITTEST:
-      return HTCLIENT;  // a click on the padding belongs to the text
+    case WM_NCCALCSIZE: shrink(*reinterpret_cast<RECT*>(lParam)); return 0;
+    case WM_NCPAINT: drawFrame(); return 0;
+    case WM_NCHITTEST: return HTCLIENT;  // a click on the padding belongs to the text
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
     case WM_ENABLE: {
@@ -73,8 +68,7 @@ LRESULT TextBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
       if (window_) drawFrame();
       return result;
     }
-    default:
-      return passOn(number, wParam, lParam);
+    default: return passOn(number, wParam, lParam);
   }
 }
 

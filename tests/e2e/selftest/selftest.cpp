@@ -108,14 +108,9 @@ LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM w, LPARAM l) {
     case WM_MOUSEMOVE:
       if (GetCapture() == window) follow({GET_X_LPARAM(l), GET_Y_LPARAM(l)});
       return 0;
-    case WM_LBUTTONUP:
-      ReleaseCapture();
-      return 0;
-    case WM_DESTROY:
-      PostQuitMessage(0);
-      return 0;
-    default:
-      return DefWindowProcA(window, message, w, l);
+    case WM_LBUTTONUP: ReleaseCapture(); return 0;
+    case WM_DESTROY: PostQuitMessage(0); return 0;
+    default: return DefWindowProcA(window, message, w, l);
   }
 }
 
