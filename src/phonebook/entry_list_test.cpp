@@ -14,7 +14,7 @@ using fake::Journal;
 using fake::Lines;
 
 // Plants entries that the service enumerates as the real one does: 603 and the needed size when the buffer is small.
-void plantEntries(FakeDialService& ras, std::vector<std::string> names) {
+void plantEntries(FakeDialService& ras, const std::vector<std::string>& names) {
   ras.onEnumEntries = [names](void* records, std::uint32_t* size, std::uint32_t* count) -> std::uint32_t {
     const auto needed = static_cast<std::uint32_t>(names.size() * 264);
     *count = static_cast<std::uint32_t>(names.size());
@@ -30,7 +30,7 @@ void plantEntries(FakeDialService& ras, std::vector<std::string> names) {
   };
 }
 
-void plantConnections(FakeDialService& ras, std::vector<std::string> names, std::uint32_t result = 0) {
+void plantConnections(FakeDialService& ras, const std::vector<std::string>& names, std::uint32_t result = 0) {
   ras.onEnumConnections = [names, result](void* records, std::uint32_t* size, std::uint32_t* count) -> std::uint32_t {
     auto* bytes = static_cast<std::uint8_t*>(records);
     EXPECT_EQ(get32({bytes, *size}, 0), 412u);

@@ -66,7 +66,7 @@ class RandomUser {
         case 15: main.ListView1.selectRow(-1); break;
         case 16: replaceEntry(); break;
         case 17:
-          world_.desktop.postMessage(pick(3) + 500, world_.desktop.registeredMessage, pick(0x2002), pick(2) * 691);
+          world_.desktop.postMessage(pick(3) + 500, world_.desktop.registeredMessage, pick(0x2002), pick(2) ? 691 : 0);
           break;
         default: break;
       }

@@ -14,10 +14,25 @@ class AnimationWindow : public ControlWindow {
   }
 
   void playFile(const std::string& path) override {
-    constexpr UINT kForEver = static_cast<UINT>(-1);
-    if (::SendMessageA(window_, ACM_OPENA, 0, reinterpret_cast<LPARAM>(path.c_str()))) {
-      ::SendMessageA(window_, ACM_PLAY, kForEver, MAKELPARAM(0, 0xFFFF));
+    if (::SendMessageA(window_, ACM_OPENA, 0, reinterpret_cast<LPARAM>(path.c_str()))) play();
+  }
+
+ protected:
+  // A film that nobody sees costs nothing: it stands while the form is hidden.
+  LRESULT message(UINT number, WPARAM wParam, LPARAM lParam) override {
+    if (number != kFormShown) return passOn(number, wParam, lParam);
+    if (wParam) {
+      play();
+    } else {
+      passOn(ACM_STOP, 0, 0);
     }
+    return 0;
+  }
+
+ private:
+  void play() {
+    constexpr auto kForEver = static_cast<WPARAM>(-1);
+    ::SendMessageA(window_, ACM_PLAY, kForEver, MAKELPARAM(0, 0xFFFF));
   }
 };
 

@@ -63,6 +63,7 @@ LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT number, WPARAM wPara
     const auto* text = reinterpret_cast<const char*>(lParam);
     self->text_ = text ? text : "";
   }
+  if (number == WM_SETFOCUS) ::SendMessageA(self->form_, kFocusTaken, 0, reinterpret_cast<LPARAM>(window));
   return self->message(number, wParam, lParam);
 }
 

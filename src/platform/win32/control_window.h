@@ -13,6 +13,10 @@ namespace pelvaro::win32 {
 
 // A message to a form's window: gives the colour of its surface.
 constexpr UINT kAskFormColour = WM_APP + 1;
+// A message to a form's window: a control of it (lParam) has taken the focus.
+constexpr UINT kFocusTaken = WM_APP + 2;
+// A message to a form's controls: the form was shown (wParam 1) or hidden (0).
+constexpr UINT kFormShown = WM_APP + 3;
 
 // What a control needs of the screen and of the form that it lies on.
 struct ControlSurroundings {

@@ -108,7 +108,7 @@ FormWindow::FormWindow(FormScreen& screen, const FormLayout& layout, FormEvents&
   window_ = ::CreateWindowExA(WS_EX_CONTROLPARENT | (owner ? 0 : WS_EX_APPWINDOW), className.c_str(), layout.title,
                               kStyle, 0, 0, size.right, size.bottom, owner, nullptr, windowClass.hInstance, nullptr);
   ::SetWindowLongA(window_, GWL_USERDATA, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(this)));
-  tooltips_ = ::CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0,
+  tooltips_ = ::CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_NOPREFIX, 0, 0,
                                 0, 0, window_, nullptr, windowClass.hInstance, nullptr);
 }
 
@@ -181,10 +181,16 @@ void FormWindow::show(bool modal) {
   place();
   if (modal && disabled_.empty()) disabled_ = screen_.disableOthers(this);
   if (::IsIconic(window_)) ::ShowWindow(window_, SW_RESTORE);
-  if (!lastFocus_) lastFocus_ = child(layout_.firstFocus);
+  const bool fresh = !lastFocus_;
+  if (fresh) lastFocus_ = child(layout_.firstFocus);
   ::ShowWindow(window_, SW_SHOW);
   ::SetForegroundWindow(window_);
   if (lastFocus_ && ::GetActiveWindow() == window_) ::SetFocus(lastFocus_);
+  // A box that gets the focus first is filled anew by typing, as with the tabulator key.
+  if (fresh && lastFocus_ && (::SendMessageA(lastFocus_, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)) {
+    ::SendMessageA(lastFocus_, EM_SETSEL, 0, -1);
+  }
+  tellControls(true);
   ::RedrawWindow(window_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
@@ -197,7 +203,14 @@ void FormWindow::endModal() {
 void FormWindow::hide() {
   endModal();
   ::ShowWindow(window_, SW_HIDE);
+  tellControls(false);
   lastFocus_ = nullptr;
+}
+
+void FormWindow::tellControls(bool shown) {
+  for (HWND window = ::GetWindow(window_, GW_CHILD); window; window = ::GetWindow(window, GW_HWNDNEXT)) {
+    ::SendMessageA(window, kFormShown, shown, 0);
+  }
 }
 
 void FormWindow::moveBy(int dx, int dy) {
@@ -219,6 +232,7 @@ LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   switch (number) {
     case WM_ERASEBKGND: return 1;
     case WM_PAINT: paint(); return 0;
+    case kFocusTaken: lastFocus_ = reinterpret_cast<HWND>(lParam); return 0;
     case kAskFormColour: return static_cast<LRESULT>(colours_.background);
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
@@ -308,8 +322,6 @@ void FormWindow::mouse(UINT number, WPARAM wParam, LPARAM lParam) {
 void FormWindow::activation(bool active) {
   if (!active) {
     ::SendMessageA(tooltips_, TTM_POP, 0, 0);
-    const HWND focus = ::GetFocus();
-    if (focus && ::IsChild(window_, focus)) lastFocus_ = focus;
     return;
   }
   if (lastFocus_ && ::IsWindow(lastFocus_) && !::IsIconic(window_)) ::SetFocus(lastFocus_);

@@ -68,6 +68,7 @@ class FormWindow : public FormPeer, public std::enable_shared_from_this<FormWind
   void paint();
   void place();
   void endModal();
+  void tellControls(bool shown);
   HWND child(const char* name) const;
 
   FormScreen& screen_;

@@ -19,6 +19,8 @@ ListViewWindow::ListViewWindow(const ControlLayout& layout, ControlEvents& event
   create(WC_LISTVIEWA,
          LVS_REPORT | LVS_SINGLESEL | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS | WS_BORDER | WS_TABSTOP);
   ::SendMessageA(window_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
+  ::SetWindowPos(window_, nullptr, 0, 0, 0, 0,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   rowHeight_ = ::ImageList_Create(1, scaled(kRowHeight) - 1, ILC_COLOR, 1, 0);
   ::SendMessageA(window_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(rowHeight_));
   LVCOLUMNA column{};
@@ -124,6 +126,13 @@ LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case WM_CONTEXTMENU:
       if (lParam == -1) openMenuByKeyboard();
       return 0;
+    case WM_NCCALCSIZE: {
+      // Room for the ring of the focus, so that it covers no row.
+      const LRESULT result = passOn(number, wParam, lParam);
+      auto& area = *reinterpret_cast<RECT*>(lParam);
+      ::InflateRect(&area, 1 - metrics_.ringWidth(), 1 - metrics_.ringWidth());
+      return result;
+    }
     case WM_ERASEBKGND: eraseBelowRows(reinterpret_cast<HDC>(wParam)); return 1;
     case WM_NCPAINT: {
       const LRESULT result = passOn(number, wParam, lParam);
@@ -211,7 +220,8 @@ void ListViewWindow::drawFrame() {
   COLORREF edge = focused() ? palette::kAccent : palette::kEdge;
   if (metrics_.highContrast()) edge = focused() ? ::GetSysColor(COLOR_HIGHLIGHT) : colours_.text;
   const HDC dc = ::GetWindowDC(window_);
-  frame(dc, whole, edge, 1);
+  if (!focused()) frame(dc, whole, colours_.background, metrics_.ringWidth());
+  frame(dc, whole, edge, focused() ? metrics_.ringWidth() : metrics_.lineWidth());
   ::ReleaseDC(window_, dc);
 }
 

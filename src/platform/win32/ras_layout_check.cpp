@@ -9,6 +9,7 @@
 namespace pelvaro::ras {
 namespace {
 
+// NOLINTBEGIN(bugprone-macro-parentheses, bugprone-sizeof-expression): the arguments are names of types and members
 #define PELVARO_SAME_FIELD(record, field, ours)             \
   static_assert(offsetof(record, field) == (ours).offset && \
                 sizeof(static_cast<record*>(nullptr)->field) == (ours).width)
@@ -88,6 +89,8 @@ static_assert(ERROR_BUFFER_TOO_SMALL == kErrorBufferTooSmall);
 static_assert(ERROR_INVALID_SIZE == kErrorInvalidSize);
 static_assert(ERROR_CANNOT_FIND_PHONEBOOK_ENTRY == kErrorCannotFindPhonebookEntry);
 static_assert(WM_RASDIALEVENT == kDialEventFallback);
+
+// NOLINTEND(bugprone-macro-parentheses, bugprone-sizeof-expression)
 
 }  // namespace
 }  // namespace pelvaro::ras

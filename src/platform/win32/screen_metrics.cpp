@@ -8,7 +8,7 @@ namespace pelvaro::win32 {
 
 namespace {
 
-constexpr int kIconSizes[] = {64, 48, 40, 32, 24, 20, 16};
+constexpr int kIconSizes[] = {96, 72, 64, 60, 48, 40, 32, 24, 20, 16};  // 16, 32 and 48 at 100 to 200 %
 
 int resourceId(Picture picture, bool muted) {
   int id = 0;
@@ -60,7 +60,7 @@ ScreenMetrics::ScreenMetrics() {
   font_ = ::CreateFontIndirectA(&face);
   const char* semibold = "Segoe UI Semibold";
   if (std::strcmp(face.lfFaceName, "Segoe UI") == 0 && hasFace(semibold)) {
-    std::strcpy(face.lfFaceName, semibold);
+    std::strncpy(face.lfFaceName, semibold, LF_FACESIZE - 1);
   } else {
     face.lfWeight = FW_BOLD;
   }

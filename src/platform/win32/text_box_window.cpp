@@ -32,7 +32,7 @@ const std::string& TextBoxWindow::text() {
 }
 
 void TextBoxWindow::shrink(RECT& area) const {
-  const LONG above = ((area.bottom - area.top) - metrics_.fontHeight()) / 2;
+  const LONG above = ((area.bottom - area.top) - metrics_.fontHeight() + 1) / 2;  // as labels centre their text
   area.left += scaled(kSidePadding);
   area.right -= scaled(kSidePadding);
   area.top += above;
