@@ -19,29 +19,30 @@ MouseButton heldButton(WPARAM keys) {
 ButtonWindow::ButtonWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings)
     : ControlWindow(layout, events, surroundings) {
   create("BUTTON", BS_OWNERDRAW | WS_TABSTOP);
-  if (isPicture()) addTooltip();
 }
 
+// When the pointer first comes by: the start of the program does not wait for it.
 void ButtonWindow::addTooltip() {
+  hasTooltip_ = true;
   TOOLINFOA tool{};
   tool.cbSize = TTTOOLINFOA_V2_SIZE;
   tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
   tool.hwnd = form_;
   tool.uId = reinterpret_cast<UINT_PTR>(window_);
   tool.lpszText = text_.data();
-  ::SendMessageA(tooltips_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
+  ::SendMessageA(tooltips_(), TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void ButtonWindow::setText(const std::string& text) {
   ControlWindow::setText(text);
   repaint();
-  if (!isPicture()) return;
+  if (!hasTooltip_) return;
   TOOLINFOA tool{};
   tool.cbSize = TTTOOLINFOA_V2_SIZE;
   tool.hwnd = form_;
   tool.uId = reinterpret_cast<UINT_PTR>(window_);
   tool.lpszText = text_.data();
-  ::SendMessageA(tooltips_, TTM_UPDATETIPTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
+  ::SendMessageA(tooltips_(), TTM_UPDATETIPTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void ButtonWindow::command(WORD notification) {
@@ -51,6 +52,7 @@ void ButtonWindow::command(WORD notification) {
 void ButtonWindow::mouseMoved(LPARAM position) {
   if (!hovered_) {
     hovered_ = true;
+    if (isPicture() && !hasTooltip_) addTooltip();
     TRACKMOUSEEVENT track{};
     track.cbSize = sizeof track;
     track.dwFlags = TME_LEAVE;

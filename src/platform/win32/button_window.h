@@ -31,6 +31,7 @@ class ButtonWindow : public ControlWindow {
   void addTooltip();
 
   bool hovered_ = false;
+  bool hasTooltip_ = false;
   bool default_ = false;
 };
 

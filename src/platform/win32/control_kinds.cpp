@@ -7,8 +7,10 @@
 
 namespace pelvaro::win32 {
 
-std::shared_ptr<ControlPeer> createControlWindow(const ControlLayout& layout, ControlEvents& events,
-                                                 const ControlSurroundings& surroundings) {
+namespace {
+
+std::shared_ptr<ControlWindow> createHidden(const ControlLayout& layout, ControlEvents& events,
+                                            const ControlSurroundings& surroundings) {
   switch (layout.kind) {
     case ControlKind::label:
     case ControlKind::picture: return std::make_shared<LabelWindow>(layout, events, surroundings);
@@ -22,6 +24,16 @@ std::shared_ptr<ControlPeer> createControlWindow(const ControlLayout& layout, Co
     case ControlKind::animation: return std::make_shared<AnimationWindow>(layout, events, surroundings);
   }
   return nullptr;
+}
+
+}  // namespace
+
+std::shared_ptr<ControlWindow> createControlWindow(const ControlLayout& layout, ControlEvents& events,
+                                                   const ControlSurroundings& surroundings) {
+  // Seen only when all is set: a control that can be seen draws at every step.
+  auto control = createHidden(layout, events, surroundings);
+  if (layout.visible) control->setVisible(true);
+  return control;
 }
 
 }  // namespace pelvaro::win32

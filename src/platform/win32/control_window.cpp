@@ -1,5 +1,7 @@
 #include "platform/win32/control_window.h"
 
+#include <unordered_map>
+
 #include "platform/win32/control_names.h"
 
 namespace pelvaro::win32 {
@@ -8,6 +10,13 @@ namespace {
 // Identifiers only tell a control's messages apart; 1 and 2 are taken by Enter and Esc.
 constexpr int kFirstIdentifier = 100;
 int g_nextIdentifier = kFirstIdentifier;
+
+// The controls that there are, by their windows. Kept here and not on the windows, where every look would ask the
+// system; only the user-interface thread comes here.
+std::unordered_map<HWND, ControlWindow*>& controls() {
+  static std::unordered_map<HWND, ControlWindow*> map;
+  return map;
+}
 }  // namespace
 
 ControlWindow::ControlWindow(const ControlLayout& layout, ControlEvents& events,
@@ -30,30 +39,30 @@ ControlWindow::~ControlWindow() {
 void ControlWindow::create(const char* windowClass, DWORD style) {
   const RECT place = metrics_.scaled(layout_.place);
   if (++g_nextIdentifier > 0x7FFF) g_nextIdentifier = kFirstIdentifier;
-  window_ = ::CreateWindowExA(0, windowClass, layout_.caption, WS_CHILD | (layout_.visible ? WS_VISIBLE : 0) | style,
-                              place.left, place.top, place.right - place.left, place.bottom - place.top, form_,
+  window_ = ::CreateWindowExA(0, windowClass, layout_.caption, WS_CHILD | style, place.left, place.top,
+                              place.right - place.left, place.bottom - place.top, form_,
                               reinterpret_cast<HMENU>(static_cast<ULONG_PTR>(g_nextIdentifier)),
                               ::GetModuleHandleA(nullptr), nullptr);
   nameControl(window_, layout_.name);
-  ::SetWindowLongA(window_, GWL_USERDATA, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(this)));
+  controls()[window_] = this;
   platformProcedure_ = reinterpret_cast<WNDPROC>(static_cast<ULONG_PTR>(::SetWindowLongA(
       window_, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(&ControlWindow::procedure)))));
   ::SendMessageA(window_, WM_SETFONT, reinterpret_cast<WPARAM>(metrics_.font()), FALSE);
 }
 
 ControlWindow* ControlWindow::of(HWND window) {
-  // Only our controls are named so. The procedure is no proof: the tooltip control subclasses what it serves.
-  if (!window || !isNamedControl(window)) return nullptr;
-  return reinterpret_cast<ControlWindow*>(static_cast<ULONG_PTR>(::GetWindowLongA(window, GWL_USERDATA)));
+  const auto found = controls().find(window);
+  return found == controls().end() ? nullptr : found->second;
 }
 
 LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {
-  auto* self = reinterpret_cast<ControlWindow*>(static_cast<ULONG_PTR>(::GetWindowLongA(window, GWL_USERDATA)));
+  ControlWindow* self = of(window);
   if (!self) return ::DefWindowProcA(window, number, wParam, lParam);
   // An event may unload the form and with it this object; it lives until the message is done.
   const std::shared_ptr<ControlWindow> keep = self->weak_from_this().lock();
   if (number == WM_NCDESTROY) {
     unnameControl(window);
+    controls().erase(window);
     const WNDPROC platform = self->platformProcedure_;
     self->window_ = nullptr;
     return ::CallWindowProcA(platform, window, number, wParam, lParam);
@@ -63,6 +72,7 @@ LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT number, WPARAM wPara
     const auto* text = reinterpret_cast<const char*>(lParam);
     self->text_ = text ? text : "";
   }
+  if (number == kFormShown) self->formShown_ = wParam != 0;
   if (number == WM_SETFOCUS) ::SendMessageA(self->form_, kFocusTaken, 0, reinterpret_cast<LPARAM>(window));
   return self->message(number, wParam, lParam);
 }

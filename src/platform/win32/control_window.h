@@ -2,6 +2,7 @@
 // for scripts, its colours, and the guard around its events. One derived class a native control.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -24,7 +25,7 @@ struct ControlSurroundings {
   FormEvents& formEvents;
   ScreenMetrics& metrics;
   MessageLoop& loop;
-  HWND tooltips;
+  std::function<HWND()> tooltips;  // the form's tooltip control, made when it is first asked for
 };
 
 class ControlWindow : public ControlPeer, public std::enable_shared_from_this<ControlWindow> {
@@ -60,7 +61,10 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   // A message to the control. The default passes it on to the platform's procedure.
   virtual LRESULT message(UINT number, WPARAM wParam, LPARAM lParam);
   LRESULT passOn(UINT number, WPARAM wParam, LPARAM lParam);
-  void repaint() const { ::InvalidateRect(window_, nullptr, FALSE); }
+  // Draws anew soon; on a form that is not shown there is nothing to draw yet.
+  void repaint() const {
+    if (formShown_) ::InvalidateRect(window_, nullptr, FALSE);
+  }
   bool focused() const { return ::GetFocus() == window_; }
   bool enabled() const { return ::IsWindowEnabled(window_) != FALSE; }
   int scaled(int length) const { return metrics_.scaled(length); }
@@ -74,7 +78,7 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   FormEvents& formEvents_;
   ScreenMetrics& metrics_;
   MessageLoop& loop_;
-  HWND tooltips_;
+  const std::function<HWND()> tooltips_;
   HWND window_ = nullptr;
   std::string text_;  // what WM_GETTEXT gives, kept in step by watching WM_SETTEXT
   Colours colours_{0xFFFFFF, 0};
@@ -85,11 +89,12 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   static LRESULT CALLBACK procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam);
 
   WNDPROC platformProcedure_ = nullptr;
+  bool formShown_ = false;
   HBRUSH brush_ = nullptr;
 };
 
 // Makes the native control of a layout row.
-std::shared_ptr<ControlPeer> createControlWindow(const ControlLayout& layout, ControlEvents& events,
-                                                 const ControlSurroundings& surroundings);
+std::shared_ptr<ControlWindow> createControlWindow(const ControlLayout& layout, ControlEvents& events,
+                                                   const ControlSurroundings& surroundings);
 
 }  // namespace pelvaro::win32

@@ -98,18 +98,33 @@ FormWindow::FormWindow(FormScreen& screen, const FormLayout& layout, FormEvents&
   windowClass.lpfnWndProc = &FormWindow::procedure;
   windowClass.hInstance = ::GetModuleHandleA(nullptr);
   windowClass.hCursor = ::LoadCursorA(nullptr, IDC_ARROW);
-  windowClass.hIcon = ::LoadIconA(windowClass.hInstance, MAKEINTRESOURCEA(PELVARO_ICON_APPLICATION));
-  windowClass.hIconSm = screen.metrics().icon(Picture::application, ::GetSystemMetrics(SM_CXSMICON), false);
+  const HWND owner = screen.mainWindow();
+  // The windows that the main one owns have no button on the taskbar.
+  if (!owner) windowClass.hIcon = ::LoadIconA(windowClass.hInstance, MAKEINTRESOURCEA(PELVARO_ICON_APPLICATION));
   windowClass.lpszClassName = className.c_str();
   ::RegisterClassExA(&windowClass);  // fails harmlessly when it is registered already
 
-  const HWND owner = screen.mainWindow();
   const RECT size = screen.metrics().scaled(Rect96{0, 0, layout.width, layout.height});
-  window_ = ::CreateWindowExA(WS_EX_CONTROLPARENT | (owner ? 0 : WS_EX_APPWINDOW), className.c_str(), layout.title,
-                              kStyle, 0, 0, size.right, size.bottom, owner, nullptr, windowClass.hInstance, nullptr);
+  // The main form in the middle of the screen; the others are placed when they are first shown.
+  POINT middle{};
+  placed_ = owner == nullptr;
+  if (placed_) {
+    RECT work{};
+    ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
+    middle = {std::max(work.left, (work.left + work.right - size.right) / 2),
+              std::max(work.top, (work.top + work.bottom - size.bottom) / 2)};
+  }
+  window_ =
+      ::CreateWindowExA(WS_EX_CONTROLPARENT | (owner ? 0 : WS_EX_APPWINDOW), className.c_str(), layout.title, kStyle,
+                        middle.x, middle.y, size.right, size.bottom, owner, nullptr, windowClass.hInstance, nullptr);
   ::SetWindowLongA(window_, GWL_USERDATA, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(this)));
-  tooltips_ = ::CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_NOPREFIX, 0, 0,
-                                0, 0, window_, nullptr, windowClass.hInstance, nullptr);
+}
+
+HWND FormWindow::tooltips() {
+  if (tooltips_) return tooltips_;
+  tooltips_ = ::CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_NOPREFIX, 0, 0, 0, 0, window_,
+                                nullptr, ::GetModuleHandleA(nullptr), nullptr);
+  return tooltips_;
 }
 
 FormWindow::~FormWindow() { destroy(); }
@@ -125,7 +140,9 @@ void FormWindow::destroy() {
 }
 
 std::shared_ptr<ControlPeer> FormWindow::createControl(const ControlLayout& layout, ControlEvents& events) {
-  auto control = createControlWindow(layout, events, {window_, events_, screen_.metrics(), screen_.loop(), tooltips_});
+  auto control = createControlWindow(
+      layout, events, {window_, events_, screen_.metrics(), screen_.loop(), [this] { return tooltips(); }});
+  children_.emplace_back(control->window(), layout.name);
   if (layout_.defaultButton && std::strcmp(layout.name, layout_.defaultButton) == 0) {
     if (auto* button = dynamic_cast<ButtonWindow*>(control.get())) button->setDefault(true);
   }
@@ -138,18 +155,17 @@ std::unique_ptr<TimerPeer> FormWindow::createTimer(TimerEvents& events) {
 
 void FormWindow::setColours(Colours colours) {
   colours_ = colours;
-  ::InvalidateRect(window_, nullptr, TRUE);
+  if (::IsWindowVisible(window_)) ::InvalidateRect(window_, nullptr, TRUE);
 }
 
 HWND FormWindow::child(const char* name) const {
-  if (!name) return nullptr;
-  for (HWND window = ::GetWindow(window_, GW_CHILD); window; window = ::GetWindow(window, GW_HWNDNEXT)) {
-    if (hasControlName(window, name)) return window;
+  for (const auto& [window, controlName] : children_) {
+    if (name && std::strcmp(controlName, name) == 0) return window;
   }
   return nullptr;
 }
 
-// The main form in the middle of the screen, the others over the middle of the main one and below each other.
+// Over the middle of the main form, and below other forms that it would cover.
 void FormWindow::place() {
   if (placed_) return;
   placed_ = true;
@@ -160,7 +176,7 @@ void FormWindow::place() {
   const HWND main = screen_.mainWindow();
   const RECT work = workArea(main);
   RECT around = work;
-  if (window_ != main && ::IsWindowVisible(main) && !::IsIconic(main)) ::GetWindowRect(main, &around);
+  if (::IsWindowVisible(main) && !::IsIconic(main)) ::GetWindowRect(main, &around);
   int left = static_cast<int>(around.left + around.right - width) / 2;
   int top = static_cast<int>(around.top + around.bottom - height) / 2;
   for (const FormWindow* other : screen_.forms()) {
@@ -184,7 +200,7 @@ void FormWindow::show(bool modal) {
   const bool fresh = !lastFocus_;
   if (fresh) lastFocus_ = child(layout_.firstFocus);
   ::ShowWindow(window_, SW_SHOW);
-  ::SetForegroundWindow(window_);
+  if (::GetForegroundWindow() != window_) ::SetForegroundWindow(window_);
   if (lastFocus_ && ::GetActiveWindow() == window_) ::SetFocus(lastFocus_);
   // A box that gets the focus first is filled anew by typing, as with the tabulator key.
   if (fresh && lastFocus_ && (::SendMessageA(lastFocus_, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)) {
@@ -208,9 +224,7 @@ void FormWindow::hide() {
 }
 
 void FormWindow::tellControls(bool shown) {
-  for (HWND window = ::GetWindow(window_, GW_CHILD); window; window = ::GetWindow(window, GW_HWNDNEXT)) {
-    ::SendMessageA(window, kFormShown, shown, 0);
-  }
+  for (const auto& [window, name] : children_) ::SendMessageA(window, kFormShown, shown, 0);
 }
 
 void FormWindow::moveBy(int dx, int dy) {
@@ -321,7 +335,7 @@ void FormWindow::mouse(UINT number, WPARAM wParam, LPARAM lParam) {
 
 void FormWindow::activation(bool active) {
   if (!active) {
-    ::SendMessageA(tooltips_, TTM_POP, 0, 0);
+    if (tooltips_) ::SendMessageA(tooltips_, TTM_POP, 0, 0);
     return;
   }
   if (lastFocus_ && ::IsWindow(lastFocus_) && !::IsIconic(window_)) ::SetFocus(lastFocus_);

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/control_peer.h"
@@ -70,12 +71,14 @@ class FormWindow : public FormPeer, public std::enable_shared_from_this<FormWind
   void endModal();
   void tellControls(bool shown);
   HWND child(const char* name) const;
+  HWND tooltips();
 
   FormScreen& screen_;
   const FormLayout& layout_;
   FormEvents& events_;
   HWND window_ = nullptr;
-  HWND tooltips_ = nullptr;
+  HWND tooltips_ = nullptr;                             // made when a control first asks for it
+  std::vector<std::pair<HWND, const char*>> children_;  // with their names
   HWND lastFocus_ = nullptr;
   Colours colours_{0xFFFFFF, 0};
   bool placed_ = false;
