@@ -24,6 +24,7 @@ fi
 . scripts/wine_prefix.sh
 prefix="$PWD/build/prefix-practice"
 scripts/practice_prefix.sh "$prefix" --managed Y
+trap 'wineStop "$prefix"' EXIT
 wineStart "$prefix"
 build/native/practice/phone_exchange --prefix "$prefix" --phones sandbox/phones --control build/phones.fifo \
   --with-pid $$ COM5=nokia COM7=samsung >build/phones.log 2>&1 &
@@ -31,5 +32,4 @@ say "two phones are plugged in. User name: guest, password: practice."
 say "pull the first one's cable: echo 'unplug COM5' >build/phones.fifo   (sandbox/README.md has more)"
 status=0
 WINEPREFIX="$prefix" "$WINELOADER" build/dist/pelvaro.exe >build/pelvaro.log 2>&1 || status=$?
-wineStop "$prefix"
 exit $status

@@ -17,7 +17,7 @@ for dll in $(sed -n 's/.*DLL Name: //p' <<<"$dump"); do
 done
 # Functions that Windows XP lacks and that the compiler's own libraries like to use.
 for name in GetTickCount64 InitializeConditionVariable InitializeSRWLock AcquireSRWLockExclusive FlsAlloc TryAcquireSRWLock \
-  InitOnceExecuteOnce SleepConditionVariableSRW GetSystemTimePreciseAsFileTime InitializeCriticalSectionEx; do
+  SetDllDirectoryA InitOnceExecuteOnce SleepConditionVariableSRW GetSystemTimePreciseAsFileTime InitializeCriticalSectionEx; do
   ! grep -qw "$name" <<<"$dump" || fail "$exe imports $name, which Windows XP does not have"
 done
 for mark in DYNAMIC_BASE NX_COMPAT; do

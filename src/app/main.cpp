@@ -21,10 +21,17 @@ void useCommonControls() {
   ::InitCommonControlsEx(&classes);
 }
 
+// No DLL is taken from the current folder. By name: the first Windows XP does not have it.
+void useNoCurrentFolder() {
+  using SetDllDirectory = BOOL(WINAPI*)(LPCSTR);
+  const FARPROC found = ::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "SetDllDirectoryA");
+  if (const auto set = reinterpret_cast<SetDllDirectory>(reinterpret_cast<void*>(found))) set("");
+}
+
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-  ::SetDllDirectoryA("");  // no DLL is taken from the current folder
+  useNoCurrentFolder();
   useCommonControls();
   win32::MessageLoop loop;
   loop.onError = [](const RuntimeError& error) {

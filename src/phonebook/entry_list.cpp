@@ -61,10 +61,11 @@ bool ActiveConnections::isUp(std::string_view entryName) {
   count = std::min(count, kMost);
   // Names mostly differ in their last byte or in the one behind it, so those are looked at first.
   const std::size_t length = entryName.size();
-  const std::uint8_t last = length == 0 ? 0 : static_cast<std::uint8_t>(entryName.back());
+  if (length == 0) return false;
+  const auto last = static_cast<std::uint8_t>(entryName.back());
   const std::uint8_t* name = buffer_.data() + field.offset;
   for (std::size_t i = 0; i < count; ++i, name += record) {
-    if (length != 0 && name[length - 1] != last) continue;
+    if (name[length - 1] != last) continue;
     if (length != field.width && name[length] != 0) continue;
     if (std::memcmp(name, entryName.data(), length) == 0) return true;
   }

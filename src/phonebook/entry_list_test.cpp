@@ -114,6 +114,12 @@ TEST_F(EntryList, ConnectionNamesOf256And257BytesAreCompared) {
   EXPECT_FALSE(connections.isUp(std::string(258, 'n')));
 }
 
+TEST_F(EntryList, NothingSelectedIsNotUpEvenIfAConnectionHasNoName) {
+  plantConnections(ras, {""});
+  EXPECT_FALSE(ActiveConnections(ras).isUp(""));
+  EXPECT_EQ(journal.lines().size(), 1u) << "the connections are asked for all the same";
+}
+
 TEST_F(EntryList, AFailedConnectionEnumerationMeansNotUp) {
   plantConnections(ras, {"Work"}, 603);
   EXPECT_FALSE(ActiveConnections(ras).isUp("Work"));

@@ -73,7 +73,6 @@ struct ControlLayout {
   ControlKind kind;
   const char* caption;  // the design text
   Rect96 place;
-  const char* accessibleName = nullptr;  // what a screen reader says when the caption does not say it
   TextStyle style = TextStyle::plain;
   Picture picture = Picture::none;
   bool visible = true;

@@ -1,5 +1,5 @@
 // Message boxes and popup menus. Used by every layer above that has something to ask or to say; all of them let the
-// program's other events run while they are open.
+// program's other events run while they are open, and throw ProgramEnded when it was ended meanwhile.
 #pragma once
 
 #include <cstdint>

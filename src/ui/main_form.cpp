@@ -38,7 +38,6 @@ void ignoringErrors(Step step) {
 Form1::Form1(Windows& windows, Services& services, FormGroup& group)
     : Form(services, group, layouts::kForm1), windows_(windows), connections_(services.ras) {
   wireButtons();
-  Image1.onClick = [this] { refreshList(); };
   Image2.onClick = [this] { connectOrHangUp(); };
   Label3.onClick = [this] { unload(); };
   Label6.onClick = [this] { minimise(); };
@@ -53,7 +52,7 @@ Form1::Form1(Windows& windows, Services& services, FormGroup& group)
 }
 
 void Form1::wireButtons() {
-  const auto wire = [this](Image& image, auto& list, auto first) {
+  const auto wire = [](Image& image, auto& list, auto first) {
     image.onMouseDown = [&image, &list, first] { showPicture(image, list, first() + 2); };
     image.onMouseMove = [&image, &list, first] {
       if (image.look() != Look::pressed) showPicture(image, list, first() + 1);
@@ -99,8 +98,9 @@ void Form1::onColoursChanged() { accessary::applyColourScheme(*this); }
 
 void Form1::poll() {
   // Anything may be gone after the yield that the timer began with: the selection is read now.
-  const std::string& wanted = ListView1.selectedText();
-  const bool up = connections_.isUp(wanted);
+  // A copy, for the call may let events run; its memory is kept, so that nothing is allocated.
+  wanted_ = ListView1.selectedText();
+  const bool up = connections_.isUp(wanted_);
   statuslbl.setText(up ? kConnected : kDisconnected);
   if (statuslbl.text() == kDisconnected) {
     Image2.setToolTipText(kConnect);

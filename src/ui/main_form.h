@@ -55,6 +55,7 @@ class Form1 : public Form {
   RasHandle p_iConnID = 0;             // the current connection
   std::int32_t requiredbyte = 0;       // the size limit in KB, 0 for none
   std::int32_t requiredtime = 0;       // the time limit in seconds, 0 for none
+  std::int16_t settingflag = 0;        // which limit is active: 0 for time, 1 for size
   std::vector<std::string> modemKeys;  // names of the phone modems' driver keys
 
  protected:
@@ -77,6 +78,7 @@ class Form1 : public Form {
 
   Windows& windows_;
   ActiveConnections connections_;
+  std::string wanted_;  // the entry whose state the poll looks for
   bool dragging_ = false;
   float dragX_ = 0, dragY_ = 0;
   bool rightClick_ = false;

@@ -81,6 +81,36 @@ TEST_F(MainWindow, TheSelectionMayGoWhileTheMenuIsOpen) {
   EXPECT_EQ(main().ListView1.count(), 3) << "nothing was selected any more: nothing is deleted";
 }
 
+TEST_F(MainWindow, EndingTheProgramBehindTheOpenMenuDeletesNothing) {
+  world.dialogs.onMenu = [this] {
+    main().closeRequested();
+    return 2u;
+  };
+  rightClick(1);
+  EXPECT_TRUE(world.desktop.ended());
+  EXPECT_FALSE(main().loaded()) << "nothing that was under way may load it again";
+  EXPECT_EQ(world.line.phonebook().entries.size(), 3u);
+}
+
+TEST_F(MainWindow, EndingTheProgramBehindAQuestionUnwindsWhoAsked) {
+  world.dialogs.onMessage = [this](const std::string&) {
+    main().closeRequested();
+    return kAnswerYes;
+  };
+  world.journal.take();
+  user([this] { main().CallPhone("1", "Ann"); });
+  EXPECT_TRUE(world.desktop.ended());
+  EXPECT_EQ(world.journal.lines().size(), 1u) << "asked, and not called";
+}
+
+TEST_F(MainWindow, TheAddAndLimitsButtonsDoNothingYetAndKeepTheSelection) {
+  leftClick(1);
+  user([this] { main().Image1.click(); });
+  user([this] { main().Image3.click(); });
+  EXPECT_EQ(main().ListView1.selectedRow(), 1);
+  EXPECT_EQ(world.desktop.formsVisible(), 1);
+}
+
 TEST_F(MainWindow, AnEmptyPhonebookGivesAnEmptyListAndADisabledImage) {
   for (const char* name : {"Corvanti-Office", "Corvanti-Home", "Work"}) world.line.deleteEntry(nullptr, name);
   user([this] { main().refreshList(); });
@@ -276,8 +306,7 @@ TEST_F(MainWindow, ASplashWhoseTextIsNotExactlyConnectDoesNothing) {
   EXPECT_EQ(windows->form5.textLabel.text(), "Get Device");
   wait(100);
   EXPECT_EQ(status(), kUp);
-  // A hang-up asks for the same splash while it is up.
-  user([this] { main().activated(); });
+  // A hang-up asks for the same splash while it is up and the active one.
   user([this] { main().connectOrHangUp(); });
   wait(100);
   EXPECT_EQ(status(), kDown);

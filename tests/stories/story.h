@@ -27,6 +27,7 @@ class World {
     ports.plug("COM7", phone());
     desktop.onTime = [this](std::uint64_t now) { line.step(now); };
     desktop.systemColours[19] = 0xF8E4D8;
+    dialogs.ending = [this] { return desktop.ended(); };
   }
 
   static line::Scenario quickScenario() {

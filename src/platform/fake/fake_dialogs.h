@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/dialogs.h"
+#include "platform/event_loop.h"
 #include "platform/fake/journal.h"
 
 namespace pelvaro::fake {
@@ -15,11 +16,14 @@ struct FakeDialogs : Dialogs {
   Journal& journal;
   std::function<int(const std::string& text)> onMessage;  // the user's answer; OK or Yes when there is none
   std::function<std::uint32_t()> onMenu;                  // the chosen identifier; none by default
+  std::function<bool()> ending;                           // whether the program was ended beneath a box or menu
   std::vector<std::string> captions;                      // of the last menu
 
   int messageBox(const std::string& text, std::uint32_t buttons) override {
     journal.add("MessageBox " + std::to_string(buttons) + " " + text);
-    if (onMessage) return onMessage(text);
+    const int answer = onMessage ? onMessage(text) : 0;
+    if (ending && ending()) throw ProgramEnded{};
+    if (answer != 0) return answer;
     return buttons == kButtonsYesNo ? kAnswerYes : kAnswerOk;
   }
   MenuHandle createPopupMenu() override {
@@ -35,7 +39,9 @@ struct FakeDialogs : Dialogs {
   std::uint32_t trackPopupMenu(MenuHandle, std::uint32_t flags, int x, int y, std::uintptr_t owner) override {
     journal.add("TrackPopupMenu " + std::to_string(flags) + " " + std::to_string(x) + " " + std::to_string(y) + " " +
                 std::to_string(owner));
-    return onMenu ? onMenu() : 0;
+    const std::uint32_t chosen = onMenu ? onMenu() : 0;
+    if (ending && ending()) throw ProgramEnded{};
+    return chosen;
   }
   void destroyMenu(MenuHandle) override { journal.add("DestroyMenu"); }
 };

@@ -9,11 +9,6 @@ namespace {
 constexpr int kPictureSize = 32, kPictureTop = 8, kCaptionTop = 40, kCaptionBottom = 60;
 constexpr int kPictureRadius = 4, kButtonRadius = 3, kFocusInset = 4, kMarkGlyph = 10;
 
-MouseButton heldButton(WPARAM keys) {
-  if (keys & MK_LBUTTON) return MouseButton::left;
-  return keys & MK_RBUTTON ? MouseButton::right : MouseButton::none;
-}
-
 }  // namespace
 
 ButtonWindow::ButtonWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings)
@@ -21,7 +16,7 @@ ButtonWindow::ButtonWindow(const ControlLayout& layout, ControlEvents& events, c
   create("BUTTON", BS_OWNERDRAW | WS_TABSTOP);
 }
 
-// When the pointer first comes by: the start of the program does not wait for it.
+// Once the form is on the screen: the first window does not wait for it.
 void ButtonWindow::addTooltip() {
   hasTooltip_ = true;
   TOOLINFOA tool{};
@@ -33,8 +28,8 @@ void ButtonWindow::addTooltip() {
   ::SendMessageA(tooltips_(), TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
-void ButtonWindow::setText(const std::string& text) {
-  ControlWindow::setText(text);
+// By us or by a script.
+void ButtonWindow::textChanged() {
   repaint();
   if (!hasTooltip_) return;
   TOOLINFOA tool{};
@@ -52,7 +47,6 @@ void ButtonWindow::command(WORD notification) {
 void ButtonWindow::mouseMoved(LPARAM position) {
   if (!hovered_) {
     hovered_ = true;
-    if (isPicture() && !hasTooltip_) addTooltip();
     TRACKMOUSEEVENT track{};
     track.cbSize = sizeof track;
     track.dwFlags = TME_LEAVE;
@@ -78,7 +72,16 @@ LRESULT ButtonWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case WM_MOUSELEAVE: mouseLeft(); break;
     case WM_LBUTTONDBLCLK: number = WM_LBUTTONDOWN; [[fallthrough]];  // the second of two quick clicks is a click too
     case WM_LBUTTONDOWN: loop_.guarded([&] { events_.mousePressed(MouseButton::left, x, y); }); break;
-    case WM_LBUTTONUP: loop_.guarded([&] { events_.mouseReleased(heldButton(MK_LBUTTON), x, y); }); break;
+    case WM_LBUTTONUP: loop_.guarded([&] { events_.mouseReleased(MouseButton::left, x, y); }); break;
+    case WM_CAPTURECHANGED: loop_.guarded([&] { events_.mouseReleased(MouseButton::none, 0, 0); }); break;
+    case WM_SETTEXT: {
+      const LRESULT result = passOn(number, wParam, lParam);
+      textChanged();
+      return result;
+    }
+    case kFormShown:
+      if (isPicture() && wParam && !hasTooltip_) addTooltip();
+      return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
     case WM_ENABLE: repaint(); break;

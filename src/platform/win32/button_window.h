@@ -9,7 +9,6 @@ namespace pelvaro::win32 {
 class ButtonWindow : public ControlWindow {
  public:
   ButtonWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings);
-  void setText(const std::string& text) override;
   void command(WORD notification) override;
   void draw(DRAWITEMSTRUCT& item) override;
 
@@ -29,6 +28,7 @@ class ButtonWindow : public ControlWindow {
   void drawFace(HDC dc, const RECT& area, bool pressed);
   void drawContent(HDC dc, RECT area, COLORREF colour);
   void addTooltip();
+  void textChanged();
 
   bool hovered_ = false;
   bool hasTooltip_ = false;

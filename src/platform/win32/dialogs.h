@@ -19,6 +19,8 @@ class SystemDialogs : public Dialogs {
   void destroyMenu(MenuHandle menu) override;
 
  private:
+  void unwindIfEnding() const;
+
   FormScreen& screen_;
 };
 

@@ -12,6 +12,9 @@ constexpr DWORD kLongYield = 50;
 
 void MessageLoop::dispatch(MSG& message) {
   if (message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST) {
+    // Enter held down must not press the button of the next window that opens.
+    constexpr LPARAM kRepeated = 1 << 30;
+    if (message.message == WM_KEYDOWN && message.wParam == VK_RETURN && (message.lParam & kRepeated)) return;
     const HWND form = ::GetAncestor(message.hwnd, GA_ROOT);
     if (form && ::IsDialogMessageA(form, &message)) return;
   }

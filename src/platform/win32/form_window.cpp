@@ -13,7 +13,7 @@ namespace pelvaro::win32 {
 
 namespace {
 
-constexpr DWORD kStyle = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | WS_MINIMIZEBOX;
+constexpr DWORD kStyle = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU;
 constexpr int kGap = 8;  // between windows that would cover each other, at 96 dpi
 
 MouseButton heldButton(WPARAM keys) {
@@ -73,11 +73,11 @@ HWND FormScreen::activeWindow() const {
   return main && ::IsWindowVisible(main) ? main : nullptr;
 }
 
-std::vector<HWND> FormScreen::disableOthers(const FormWindow* except) {
+std::vector<HWND> FormScreen::disableOthers(HWND except) {
   std::vector<HWND> disabled;
   for (const FormWindow* form : forms_) {
     const HWND window = form->window();
-    if (form == except || !::IsWindowVisible(window) || !::IsWindowEnabled(window)) continue;
+    if (window == except || !::IsWindowVisible(window) || !::IsWindowEnabled(window)) continue;
     ::EnableWindow(window, FALSE);
     disabled.push_back(window);
   }
@@ -114,9 +114,9 @@ FormWindow::FormWindow(FormScreen& screen, const FormLayout& layout, FormEvents&
     middle = {std::max(work.left, (work.left + work.right - size.right) / 2),
               std::max(work.top, (work.top + work.bottom - size.bottom) / 2)};
   }
-  window_ =
-      ::CreateWindowExA(WS_EX_CONTROLPARENT | (owner ? 0 : WS_EX_APPWINDOW), className.c_str(), layout.title, kStyle,
-                        middle.x, middle.y, size.right, size.bottom, owner, nullptr, windowClass.hInstance, nullptr);
+  window_ = ::CreateWindowExA(WS_EX_CONTROLPARENT | (owner ? 0 : WS_EX_APPWINDOW), className.c_str(), layout.title,
+                              kStyle | (owner ? 0 : WS_MINIMIZEBOX), middle.x, middle.y, size.right, size.bottom, owner,
+                              nullptr, windowClass.hInstance, nullptr);
   ::SetWindowLongA(window_, GWL_USERDATA, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(this)));
 }
 
@@ -195,7 +195,7 @@ void FormWindow::place() {
 
 void FormWindow::show(bool modal) {
   place();
-  if (modal && disabled_.empty()) disabled_ = screen_.disableOthers(this);
+  if (modal && disabled_.empty()) disabled_ = screen_.disableOthers(window_);
   if (::IsIconic(window_)) ::ShowWindow(window_, SW_RESTORE);
   const bool fresh = !lastFocus_;
   if (fresh) lastFocus_ = child(layout_.firstFocus);
@@ -206,6 +206,7 @@ void FormWindow::show(bool modal) {
   if (fresh && lastFocus_ && (::SendMessageA(lastFocus_, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL)) {
     ::SendMessageA(lastFocus_, EM_SETSEL, 0, -1);
   }
+  shown_ = true;
   tellControls(true);
   ::RedrawWindow(window_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
@@ -218,6 +219,7 @@ void FormWindow::endModal() {
 
 void FormWindow::hide() {
   endModal();
+  shown_ = false;
   ::ShowWindow(window_, SW_HIDE);
   tellControls(false);
   lastFocus_ = nullptr;
@@ -275,13 +277,25 @@ LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
           return reinterpret_cast<LRESULT>(ground);
       }
       break;
+    case WM_SETFOCUS:
+      // The platform gives the focus to the form itself after it was minimised.
+      if (lastFocus_) ::SetFocus(lastFocus_);
+      return 0;
+    case WM_SHOWWINDOW:
+      // When the main form is restored the platform shows what it hid with it, though we may have hidden it since.
+      if (wParam && lParam == SW_PARENTOPENING && !shown_) return 0;
+      break;
     case WM_ACTIVATE: activation(LOWORD(wParam) != WA_INACTIVE); return 0;
     case DM_GETDEFID:
       if (const HWND button = child(layout_.defaultButton)) return MAKELRESULT(::GetDlgCtrlID(button), DC_HASDEFID);
       return 0;
     case WM_CLOSE: screen_.loop().guarded([this] { events_.closeRequested(); }); return 0;
     case WM_SYSCOLORCHANGE:
-    case WM_SETTINGCHANGE: screen_.loop().guarded([this] { events_.coloursChanged(); }); return 0;
+    case WM_SETTINGCHANGE:
+      for (const auto& [control, name] : children_) ::SendMessageA(control, number, wParam, lParam);
+      ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
+      screen_.loop().guarded([this] { events_.coloursChanged(); });
+      return 0;
     default: break;
   }
   return window_ ? ::DefWindowProcA(window_, number, wParam, lParam) : 0;

@@ -29,7 +29,7 @@ class FormScreen : public FormFactory {
   // The window that a message box belongs to: the active one of ours, else the main one.
   HWND activeWindow() const;
   // Keeps all forms but one (null for none) from input; gives those that took input until now.
-  std::vector<HWND> disableOthers(const FormWindow* except);
+  std::vector<HWND> disableOthers(HWND except);
   static void enable(const std::vector<HWND>& windows);
   const std::vector<FormWindow*>& forms() const { return forms_; }
   void forget(FormWindow* form);
@@ -82,6 +82,7 @@ class FormWindow : public FormPeer, public std::enable_shared_from_this<FormWind
   HWND lastFocus_ = nullptr;
   Colours colours_{0xFFFFFF, 0};
   bool placed_ = false;
+  bool shown_ = false;  // by us; the platform hides and shows what a minimised main form owns
   bool pressed_ = false;
   std::vector<HWND> disabled_;  // what this form disabled while it is modal
   std::vector<TimerEvents*> timers_;

@@ -235,6 +235,104 @@ TEST_F(OnScreen, AListGivesTheTextOfEveryRow) {
   EXPECT_EQ(std::string(buffer), std::string(9, 'x'));
 }
 
+TEST_F(OnScreen, ALetterKeyFindsTheNextRowThatBeginsWithIt) {
+  events.rows = {"Corvanti-Office", "corvanti-home", "Work"};
+  controls[2]->setRowCount(3);
+  const auto find = [this](const char* what, int after, UINT flags) {
+    LVFINDINFOA info{};
+    info.flags = flags;
+    info.psz = what;
+    return ::SendMessageA(child("ListView1"), LVM_FINDITEMA, static_cast<WPARAM>(after),
+                          reinterpret_cast<LPARAM>(&info));
+  };
+  EXPECT_EQ(find("Work", -1, LVFI_STRING), 2);
+  EXPECT_EQ(find("CORVANTI-H", -1, LVFI_PARTIAL | LVFI_STRING), 1);
+  EXPECT_EQ(find("w", -1, LVFI_PARTIAL | LVFI_STRING | LVFI_WRAP), 2);
+  EXPECT_EQ(find("x", -1, LVFI_PARTIAL | LVFI_STRING | LVFI_WRAP), -1);
+  EXPECT_EQ(find("Wor", -1, LVFI_STRING), -1) << "not the whole text";
+  ::SendMessageA(child("ListView1"), WM_CHAR, 'w', 1);
+  EXPECT_EQ(controls[2]->selectedRow(), 2);
+}
+
+// What the platform reports of a press with the right button that selects a row.
+struct RightPress : OnScreen {
+  RightPress() {
+    events.rows = {"one", "two"};
+    controls[2]->setRowCount(2);
+    // The release is queued first: the platform's procedure waits for it inside the press.
+    ::PostMessageA(child("ListView1"), WM_RBUTTONUP, 0, MAKELPARAM(20, 30));
+    ::SendMessageA(child("ListView1"), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(20, 30));
+    loop.yield();
+  }
+};
+
+TEST_F(RightPress, IsReportedOnceAtTheReleaseAndThenTheReleaseItself) {
+  EXPECT_EQ(events.log, "right item released ") << "the menu belongs to the release";
+  EXPECT_EQ(controls[2]->selectedRow(), 1);
+}
+
+TEST_F(RightPress, ArrowKeysAreHeardAfterIt) {
+  events.log.clear();
+  ::SendMessageA(child("ListView1"), WM_KEYDOWN, VK_UP, 1);
+  EXPECT_EQ(events.log, "item ");
+}
+
+TEST_F(OnScreen, ARightPressWhoseReleaseIsLostStillCountsAsAClick) {
+  events.rows = {"one", "two"};
+  controls[2]->setRowCount(2);
+  const HWND list = child("ListView1");
+  NMLISTVIEW change{};
+  change.hdr = {list, static_cast<UINT_PTR>(::GetDlgCtrlID(list)), static_cast<UINT>(LVN_BEGINRDRAG)};
+  // The press selects inside the platform's procedure; a drag begins before the release.
+  ::PostMessageA(list, WM_MOUSEMOVE, MK_RBUTTON, MAKELPARAM(90, 60));
+  ::PostMessageA(list, WM_RBUTTONUP, 0, MAKELPARAM(90, 60));
+  ::SendMessageA(list, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(20, 30));
+  ::SendMessageA(screen.mainWindow(), WM_NOTIFY, change.hdr.idFrom, reinterpret_cast<LPARAM>(&change));
+  loop.yield();
+  EXPECT_NE(events.log.find("item"), std::string::npos) << events.log;
+  events.log.clear();
+  ::SendMessageA(list, WM_KEYDOWN, VK_UP, 1);
+  EXPECT_EQ(events.log, "item ") << "the keys are heard again";
+}
+
+TEST_F(OnScreen, APictureButtonsTooltipFollowsItsText) {
+  HWND tip = ::FindWindowExA(nullptr, nullptr, TOOLTIPS_CLASSA, nullptr);
+  while (tip && ::GetWindow(tip, GW_OWNER) != screen.mainWindow()) {
+    tip = ::FindWindowExA(nullptr, tip, TOOLTIPS_CLASSA, nullptr);
+  }
+  ASSERT_NE(tip, nullptr) << "it is there once the form is shown";
+  const auto toolText = [&] {
+    char text[80] = "";
+    TOOLINFOA tool{};
+    tool.cbSize = TTTOOLINFOA_V2_SIZE;
+    tool.hwnd = screen.mainWindow();
+    tool.uId = reinterpret_cast<UINT_PTR>(child("Image2"));
+    tool.lpszText = text;
+    ::SendMessageA(tip, TTM_GETTEXTA, sizeof text, reinterpret_cast<LPARAM>(&tool));
+    return std::string(text);
+  };
+  EXPECT_EQ(toolText(), "Connect");
+  controls[1]->setText("Hang Up");
+  EXPECT_EQ(toolText(), "Hang Up");
+  ::SendMessageA(child("Image2"), WM_SETTEXT, 0, reinterpret_cast<LPARAM>("by a script"));
+  EXPECT_EQ(toolText(), "by a script");
+}
+
+TEST_F(OnScreen, AFormHiddenWhileTheMainOneWasMinimisedStaysHidden) {
+  Events others;
+  const FormLayout dialogLayout{
+      .name = "Dialog", .title = "Dialog", .width = 100, .height = 100, .controls = {}, .rules = {}};
+  auto dialog = screen.createForm(dialogLayout, others);
+  const HWND window = screen.forms().back()->window();
+  dialog->show(false);
+  form->minimise();
+  dialog->hide();
+  ::SendMessageA(window, WM_SHOWWINDOW, TRUE, SW_PARENTOPENING);
+  ::ShowWindow(screen.mainWindow(), SW_RESTORE);
+  loop.yield();
+  EXPECT_FALSE(::IsWindowVisible(window));
+}
+
 TEST_F(OnScreen, EscapeAndCloseAreReportedAndLeaveTheWindow) {
   ::SendMessageA(screen.mainWindow(), WM_COMMAND, IDCANCEL, 0);
   ::SendMessageA(screen.mainWindow(), WM_CLOSE, 0, 0);

@@ -16,8 +16,8 @@ constexpr int kRowHeight = 24, kIconLeft = 7, kIconSize = 16, kTextLeft = 31, kT
 ListViewWindow::ListViewWindow(const ControlLayout& layout, ControlEvents& events,
                                const ControlSurroundings& surroundings)
     : ControlWindow(layout, events, surroundings) {
-  create(WC_LISTVIEWA,
-         LVS_REPORT | LVS_SINGLESEL | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS | WS_BORDER | WS_TABSTOP);
+  create(WC_LISTVIEWA, LVS_REPORT | LVS_SINGLESEL | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS |
+                           LVS_SHAREIMAGELISTS | WS_BORDER | WS_TABSTOP);
   ::SendMessageA(window_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
   ::SetWindowPos(window_, nullptr, 0, 0, 0, 0,
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -73,12 +73,41 @@ void ListViewWindow::selectRow(int row) {
 
 void ListViewWindow::reportClick() {
   reported_ = true;
+  unreported_ = false;
   loop_.guarded([this] { events_.itemClicked(); });
 }
 
 void ListViewWindow::released(MouseButton button, int x, int y) {
   rightPressed_ = false;
   loop_.guarded([&] { events_.mouseReleased(button, x, y); });
+}
+
+// The right button's release will not come (a drag, or something else took the mouse). The row that it selected counts
+// as clicked, without the menu.
+void ListViewWindow::rightPressLost() {
+  if (!rightPressed_) return;
+  const bool unreported = unreported_;
+  released(MouseButton::right, 0, 0);
+  if (unreported && window_) reportClick();
+}
+
+// The row that begins with a text, from a start row on and then from the first: what typing a letter looks for.
+LRESULT ListViewWindow::findRow(UINT flags, std::string_view wanted, int start) const {
+  constexpr LRESULT kNotFound = -1;
+  if (!(flags & (LVFI_STRING | LVFI_PARTIAL)) || wanted.empty()) return kNotFound;
+  const auto count = static_cast<int>(::SendMessageA(window_, LVM_GETITEMCOUNT, 0, 0));
+  const bool part = (flags & LVFI_PARTIAL) != 0;
+  for (int i = 0; i < count; ++i) {
+    const int row = (std::max(start, 0) + i) % count;
+    const std::string cell(events_.cellText(row, 0));
+    if (!part && cell.size() != wanted.size()) continue;
+    if (cell.size() >= wanted.size() &&
+        ::CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, cell.data(), static_cast<int>(wanted.size()),
+                         wanted.data(), static_cast<int>(wanted.size())) == CSTR_EQUAL) {
+      return row;
+    }
+  }
+  return kNotFound;
 }
 
 LRESULT ListViewWindow::notified(NMHDR& header) {
@@ -90,7 +119,13 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
       const auto& change = reinterpret_cast<NMLISTVIEW&>(header);
       repaint();  // a row is drawn beyond its column, and the platform renews the column alone
       const bool selected = (change.uNewState & LVIS_SELECTED) && !(change.uOldState & LVIS_SELECTED);
-      if (selected && change.iItem >= 0 && !ours_ && !rightPressed_) reportClick();
+      if (selected && change.iItem >= 0 && !ours_) {
+        if (rightPressed_) {
+          unreported_ = true;  // reported at the release, with the menu
+        } else {
+          reportClick();
+        }
+      }
       return 0;
     }
     case static_cast<UINT>(NM_CLICK):
@@ -103,7 +138,17 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
       if (window_) released(right ? MouseButton::right : MouseButton::left, click.ptAction.x, click.ptAction.y);
       return 0;
     }
-    case static_cast<UINT>(LVN_BEGINRDRAG): released(MouseButton::right, 0, 0); return 0;
+    case static_cast<UINT>(LVN_BEGINRDRAG): rightPressLost(); return 0;
+    case static_cast<UINT>(LVN_ODFINDITEMA): {
+      const auto& asked = reinterpret_cast<NMLVFINDITEMA&>(header);
+      return findRow(asked.lvfi.flags, asked.lvfi.psz ? asked.lvfi.psz : "", asked.iStart);
+    }
+    case static_cast<UINT>(LVN_ODFINDITEMW): {  // some systems ask in wide letters whatever the window is
+      const auto& asked = reinterpret_cast<NMLVFINDITEMW&>(header);
+      char wanted[300] = "";
+      if (asked.lvfi.psz) ::WideCharToMultiByte(CP_ACP, 0, asked.lvfi.psz, -1, wanted, sizeof wanted, nullptr, nullptr);
+      return findRow(asked.lvfi.flags, wanted, asked.iStart);
+    }
     default: return 0;
   }
 }
@@ -116,11 +161,12 @@ LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN: {
       const bool right = number == WM_RBUTTONDOWN;
-      reported_ = false;
+      reported_ = unreported_ = false;
       rightPressed_ = right;
       loop_.guarded([&] { events_.mousePressed(right ? MouseButton::right : MouseButton::left, x, y); });
       break;
     }
+    case WM_CANCELMODE: rightPressLost(); break;
     case WM_LBUTTONUP: released(MouseButton::left, x, y); break;
     case WM_RBUTTONUP: released(MouseButton::right, x, y); break;
     case WM_CONTEXTMENU:

@@ -21,6 +21,8 @@ class ListViewWindow : public ControlWindow {
 
  private:
   void reportClick();
+  void rightPressLost();
+  LRESULT findRow(UINT flags, std::string_view wanted, int start) const;
   void released(MouseButton button, int x, int y);
   LRESULT drawRow(NMLVCUSTOMDRAW& drawing);
   void giveText(LVITEMA& item);
@@ -35,6 +37,7 @@ class ListViewWindow : public ControlWindow {
   bool selectedKnown_ = false;
   bool ours_ = false;          // a selection that we make ourselves raises nothing
   bool rightPressed_ = false;  // a right click is reported at its release
+  bool unreported_ = false;    // the right press has selected a row and the click is still to be reported
   bool reported_ = false;      // this press has raised its click already
 };
 

@@ -47,7 +47,7 @@ void Form::showPeer(bool modal) {
   visible_ = true;
   minimised_ = false;
   showing_ = true;
-  if (peer_) peer_->show(modal);
+  if (const std::shared_ptr<FormPeer> keep = peer_) keep->show(modal);  // messages are served in there
   showing_ = false;
   becameActive();
 }
@@ -55,6 +55,7 @@ void Form::showPeer(bool modal) {
 void Form::show() { showPeer(false); }
 
 void Form::showModal() {
+  if (group_.active == this) group_.active = nullptr;  // a modal showing activates anew, also when it is up already
   showPeer(true);
   services_.loop.runUntil([this] { return !visible_; });
 }
