@@ -575,6 +575,30 @@ class Dialing(Desk):
         e2e.wait_for(self.focus, 5, "one of the controls has the focus")
         self.open_prompt()
 
+    def test_windows_that_a_dial_took_away_while_minimised_stay_away(self):
+        self.begin("pace 200\ntimeout 3000\njournal on\n")
+        self.dial()
+        self.status.wait_text("Label1", "Port opened...")
+        self.main.click("Label6")
+        self.main.wait_text("statuslbl", CONNECTED)
+        self.main.restore()
+        self.wait_visible("Form1")
+        self.stays(lambda: self.visible() == ["Form1"])
+
+    def test_letters_choose_the_entry_that_begins_with_them(self):
+        self.session.keys("w")
+        e2e.wait_for(lambda: self.main.list("ListView1")["selected"] == 2, 5, "the row Work is selected")
+        self.session.keys("x")  # no entry begins with it
+        self.stays(lambda: self.main.list("ListView1")["selected"] == 2)
+
+    def test_a_click_at_the_end_of_a_row_is_a_click_on_it(self):
+        self.main.choose_row("ListView1", OFFICE)
+        right = self.main.control("ListView1")["rect"][2]
+        top, bottom = self.session.driver.call("list-rect", "Pelvaro.Form1", "ListView1", 2)[1::2]
+        self.session.point(right - 6, (top + bottom) // 2)
+        self.session.driver.call("click-at", right - 6, (top + bottom) // 2, "left")
+        e2e.wait_for(lambda: self.main.list("ListView1")["selected"] == 2, 5, "the row Work is selected")
+
     def test_the_close_mark_ends_the_program(self):
         self.main.click("Label3")
         self.wait_ended()

@@ -97,7 +97,7 @@ void ControlWindow::setColours(Colours colours) {
   colours_ = colours;
   if (brush_) ::DeleteObject(brush_);
   brush_ = ::CreateSolidBrush(colours.background);
-  repaint();
+  if (formShown_) ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
 }
 
 void ControlWindow::setPicture(Picture picture, Look look) {

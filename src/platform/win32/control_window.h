@@ -63,7 +63,7 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   LRESULT passOn(UINT number, WPARAM wParam, LPARAM lParam);
   // Draws anew soon; on a form that is not shown there is nothing to draw yet.
   void repaint() const {
-    if (formShown_) ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
+    if (formShown_) ::InvalidateRect(window_, nullptr, FALSE);
   }
   bool focused() const { return ::GetFocus() == window_; }
   bool enabled() const { return ::IsWindowEnabled(window_) != FALSE; }

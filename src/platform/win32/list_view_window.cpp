@@ -44,9 +44,17 @@ void ListViewWindow::setColours(Colours colours) {
 void ListViewWindow::setRowCount(int count) {
   // The control draws its scroll bar at once when it learns of a count: it is told only of a new one.
   if (count != ::SendMessageA(window_, LVM_GETITEMCOUNT, 0, 0)) {
+    fitColumn(::GetSystemMetrics(SM_CXVSCROLL));  // room for a scroll bar that may come, so that no other one does
     ::SendMessageA(window_, LVM_SETITEMCOUNT, static_cast<WPARAM>(count), LVSICF_NOINVALIDATEALL);
+    fitColumn(0);  // and then all that is left: a click anywhere in a row is a click on it
   }
   repaint();
+}
+
+void ListViewWindow::fitColumn(int spare) {
+  // What the window has now, less the room that is wanted unless the scroll bar has it already.
+  const bool scrolls = (::GetWindowLongA(window_, GWL_STYLE) & WS_VSCROLL) != 0;
+  ::SendMessageA(window_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(client().right - (scrolls ? 0 : spare), 0));
 }
 
 int ListViewWindow::selectedRow() {

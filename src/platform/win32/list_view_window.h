@@ -21,6 +21,7 @@ class ListViewWindow : public ControlWindow {
 
  private:
   void reportClick();
+  void fitColumn(int spare);
   void rightPressLost();
   LRESULT findRow(UINT flags, std::string_view wanted, int start) const;
   void released(MouseButton button, int x, int y);
