@@ -18,8 +18,8 @@ class ActiveConnections {
  public:
   explicit ActiveConnections(DialService& ras);
 
-  // Whether a connection of exactly this name is up; false for the empty name (nothing is selected) and when the connections cannot be enumerated (more than 256 of
-  // them included).
+  // Whether a connection of exactly this name is up; false for the empty name (nothing is selected) and when the
+  // connections cannot be enumerated (more than 256 of them included).
   bool isUp(std::string_view entryName);
 
  private:

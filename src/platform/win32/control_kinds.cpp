@@ -9,8 +9,8 @@ namespace pelvaro::win32 {
 
 namespace {
 
-std::shared_ptr<ControlWindow> createHidden(const ControlLayout& layout, ControlEvents& events,
-                                            const ControlSurroundings& surroundings) {
+std::shared_ptr<ControlWindow> create(const ControlLayout& layout, ControlEvents& events,
+                                      const ControlSurroundings& surroundings) {
   switch (layout.kind) {
     case ControlKind::label:
     case ControlKind::picture: return std::make_shared<LabelWindow>(layout, events, surroundings);
@@ -30,9 +30,13 @@ std::shared_ptr<ControlWindow> createHidden(const ControlLayout& layout, Control
 
 std::shared_ptr<ControlWindow> createControlWindow(const ControlLayout& layout, ControlEvents& events,
                                                    const ControlSurroundings& surroundings) {
-  // Seen only when all is set: a control that can be seen draws at every step.
-  auto control = createHidden(layout, events, surroundings);
-  if (layout.visible) control->setVisible(true);
+  auto control = create(layout, events, surroundings);
+  // By its style and at the end: the form is not on the screen yet, and a control that is shown earlier, or by a call,
+  // has the system work on it for nothing.
+  if (layout.visible) {
+    const LONG style = ::GetWindowLongA(control->window(), GWL_STYLE);
+    ::SetWindowLongA(control->window(), GWL_STYLE, style | WS_VISIBLE);
+  }
   return control;
 }
 

@@ -38,17 +38,20 @@ ControlWindow::~ControlWindow() {
 
 void ControlWindow::create(const char* windowClass, DWORD style) {
   const RECT place = metrics_.scaled(layout_.place);
+  // A label sends nothing and needs no identifier.
+  const bool silent = layout_.kind == ControlKind::label || layout_.kind == ControlKind::picture;
   if (++g_nextIdentifier > 0x7FFF) g_nextIdentifier = kFirstIdentifier;
   window_ = ::CreateWindowExA(0, windowClass, layout_.caption, WS_CHILD | style, place.left, place.top,
                               place.right - place.left, place.bottom - place.top, form_,
-                              reinterpret_cast<HMENU>(static_cast<ULONG_PTR>(g_nextIdentifier)),
+                              reinterpret_cast<HMENU>(static_cast<ULONG_PTR>(silent ? 0 : g_nextIdentifier)),
                               ::GetModuleHandleA(nullptr), nullptr);
   nameControl(window_, layout_.name);
   controls()[window_] = this;
   platformProcedure_ = reinterpret_cast<WNDPROC>(static_cast<ULONG_PTR>(::SetWindowLongA(
       window_, GWL_WNDPROC, static_cast<LONG>(reinterpret_cast<ULONG_PTR>(&ControlWindow::procedure)))));
-  ::SendMessageA(window_, WM_SETFONT, reinterpret_cast<WPARAM>(metrics_.font()), FALSE);
 }
+
+void ControlWindow::useFont() { ::SendMessageA(window_, WM_SETFONT, reinterpret_cast<WPARAM>(metrics_.font()), FALSE); }
 
 ControlWindow* ControlWindow::of(HWND window) {
   const auto found = controls().find(window);

@@ -58,6 +58,8 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
 
   // Makes the window and takes its procedure over. Called by the constructor of each kind.
   void create(const char* windowClass, DWORD style);
+  // For kinds whose text the platform draws.
+  void useFont();
   // A message to the control. The default passes it on to the platform's procedure.
   virtual LRESULT message(UINT number, WPARAM wParam, LPARAM lParam);
   LRESULT passOn(UINT number, WPARAM wParam, LPARAM lParam);

@@ -18,6 +18,7 @@ ListViewWindow::ListViewWindow(const ControlLayout& layout, ControlEvents& event
     : ControlWindow(layout, events, surroundings) {
   create(WC_LISTVIEWA, LVS_REPORT | LVS_SINGLESEL | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS |
                            LVS_SHAREIMAGELISTS | WS_BORDER | WS_TABSTOP);
+  useFont();
   ::SendMessageA(window_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
   ::SetWindowPos(window_, nullptr, 0, 0, 0, 0,
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);

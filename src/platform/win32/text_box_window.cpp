@@ -14,6 +14,7 @@ TextBoxWindow::TextBoxWindow(const ControlLayout& layout, ControlEvents& events,
     : ControlWindow(layout, events, surroundings) {
   const DWORD masked = layout.kind == ControlKind::passwordBox ? ES_PASSWORD : 0;
   create("EDIT", ES_AUTOHSCROLL | WS_TABSTOP | masked);
+  useFont();
   // The frame is drawn around a smaller client area.
   ::SetWindowPos(window_, nullptr, 0, 0, 0, 0,
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
