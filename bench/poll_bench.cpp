@@ -1,5 +1,6 @@
 // The state poll and the refill of the list on the real controls, each beside the bare call of the dial-up service in
-// the same run, with 256 entries and 256 connections; and how many heap allocations a poll makes.
+// the same run, with 256 entries and 256 connections; and how many heap allocations a poll makes. Ends with 1 when a
+// limit is missed.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 
 #include "base/bytes.h"
 #include "dial_line.h"
+#include "limits.h"
 #include "line_dial_service.h"
 #include "memory_ports.h"
 #include "platform/services.h"
@@ -101,14 +103,17 @@ int main() {
     std::uint32_t count = 0;
     ras.enumConnections(buffer.data(), &size, &count);
   };
+  Limits limits;
   double poll = 0, bare = 0;
   compare([&] { main.Timer1.onTick(); }, bareConnections, 50, poll, bare);
-  std::printf(
-      "one poll, 256 entries and 256 connections: %.2f us, bare enumeration %.2f us, ratio %.2f (at most 1.20)\n", poll,
+  limits.judge(
+      poll / bare <= 1.20,
+      "one poll, 256 entries and 256 connections: %.2f us, bare enumeration %.2f us, ratio %.2f (at most 1.20)", poll,
       bare, poll / bare);
   const long before = g_allocations;
   for (int i = 0; i < 1000; ++i) main.Timer1.onTick();
-  std::printf("heap allocations in 1000 polls: %ld (none allowed)\n", g_allocations - before);
+  const long allocations = g_allocations - before;
+  limits.judge(allocations == 0, "heap allocations in 1000 polls: %ld (none allowed)", allocations);
 
   std::vector<std::uint8_t> names(264 * 256);
   const auto bareEntries = [&] {
@@ -124,8 +129,9 @@ int main() {
         loop.yield();  // the repaint
       },
       bareEntries, 3, refill, listing);
-  std::printf("refilling 256 rows with its repaint: %.2f ms, bare listing %.2f ms, difference %.2f ms (below 5.00)\n",
-              refill / 1000, listing / 1000, (refill - listing) / 1000);
+  limits.judge(refill - listing < 5000,
+               "refilling 256 rows with its repaint: %.2f ms, bare listing %.2f ms, difference %.2f ms (below 5.00)",
+               refill / 1000, listing / 1000, (refill - listing) / 1000);
 
   for (HWND child = ::GetWindow(screen.mainWindow(), GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
     char name[32];
@@ -138,6 +144,6 @@ int main() {
   main.refreshList();
   ::UpdateWindow(g_watched);
   ::UnhookWindowsHookEx(hook);
-  std::printf("repaints of the list in one refill: %d (one)\n", g_paints);
-  return 0;
+  limits.judge(g_paints == 1, "repaints of the list in one refill: %d (one)", g_paints);
+  return limits.exitCode();
 }

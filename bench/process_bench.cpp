@@ -1,6 +1,7 @@
 // Whole-process measures under Windows or Wine, the program beside a bare window in the same run: time from the start
-// to the first visible window, peak memory, and the processor's time while idle.
+// to the first visible window, peak memory, and the processor's time while idle. Ends with 1 when a limit is missed.
 //   process_bench start PROGRAM BARE
+//   process_bench memory PROGRAM BARE     the same, the time to the first window shown but not judged
 //   process_bench idle PROGRAM SECONDS
 #include <algorithm>
 #include <cstdio>
@@ -13,7 +14,11 @@
 // Behind windows_header.h.
 #include <psapi.h>
 
+#include "limits.h"
+
 namespace {
+
+using pelvaro::Limits;
 
 struct Wanted {
   DWORD process;
@@ -35,6 +40,7 @@ BOOL CALLBACK look(HWND window, LPARAM parameter) {
 struct Started {
   PROCESS_INFORMATION process{};
   double milliseconds = -1;
+  bool shown = false;  // whether its window came
 
   Started(const char* program, const char* windowClass) {
     std::string command = std::string("\"") + program + "\"";
@@ -53,6 +59,7 @@ struct Started {
           1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart);
       if (!wanted.found) ::Sleep(1);
     } while (!wanted.found && milliseconds < 20000);
+    shown = wanted.found != nullptr;
   }
   ~Started() {
     ::TerminateProcess(process.hProcess, 0);
@@ -68,9 +75,10 @@ struct Started {
     ::GetProcessMemoryInfo(process.hProcess, &counters, sizeof counters);
     return static_cast<double>(counters.PeakWorkingSetSize) / (1024.0 * 1024.0);
   }
+  bool running() const { return ::WaitForSingleObject(process.hProcess, 0) == WAIT_TIMEOUT; }
   // User and kernel time so far, in milliseconds.
   double processorTime() const {
-    FILETIME created, exited, kernel, user;
+    FILETIME created{}, exited{}, kernel{}, user{};
     ::GetProcessTimes(process.hProcess, &created, &exited, &kernel, &user);
     const auto time = [](const FILETIME& f) {
       return static_cast<double>((static_cast<unsigned long long>(f.dwHighDateTime) << 32) | f.dwLowDateTime) / 10000.0;
@@ -84,45 +92,60 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-void measureStart(const char* program, const char* bare) {
+void measureStart(Limits& limits, const char* program, const char* bare, bool judgesTime) {
   std::vector<double> ours, reference;
   double ourPeak = 0, referencePeak = 0;
+  bool allCame = true;
   for (int i = 0; i < 21; ++i) {  // alternately, so that both see the same machine
     {
       const Started one(bare, "Pelvaro.Bare");
       reference.push_back(one.milliseconds);
       ::Sleep(300);
       referencePeak = std::max(referencePeak, one.peakMib());
+      allCame = allCame && one.shown && one.running();
     }
     const Started one(program, "Pelvaro.Form1");
     ours.push_back(one.milliseconds);
     ::Sleep(300);
     ourPeak = std::max(ourPeak, one.peakMib());
+    allCame = allCame && one.shown && one.running();
   }
-  std::printf("first window: %.1f ms, bare window %.1f ms, ratio %.2f (at most 1.50)\n", median(ours),
-              median(reference), median(ours) / median(reference));
-  std::printf("peak memory: %.1f MiB, bare window %.1f MiB, difference %.1f (at most 7.0)\n", ourPeak, referencePeak,
-              ourPeak - referencePeak);
+  if (!allCame) return limits.judge(false, "every start must show its window within 20 s and stay");
+  const double ratio = median(ours) / median(reference);
+  if (judgesTime)
+    limits.judge(ratio <= 1.50, "first window: %.1f ms, bare window %.1f ms, ratio %.2f (at most 1.50)", median(ours),
+                 median(reference), ratio);
+  else
+    std::printf("first window: %.1f ms, bare window %.1f ms, ratio %.2f (not judged)\n", median(ours),
+                median(reference), ratio);
+  limits.judge(ourPeak - referencePeak <= 7.0,
+               "peak memory: %.1f MiB, bare window %.1f MiB, difference %.1f (at most 7.0)", ourPeak, referencePeak,
+               ourPeak - referencePeak);
 }
 
-void measureIdle(const char* program, int seconds) {
+void measureIdle(Limits& limits, const char* program, int seconds) {
   const Started idle(program, "Pelvaro.Form1");
   ::Sleep(2000);
   const double before = idle.processorTime();
   ::Sleep(static_cast<DWORD>(seconds) * 1000);
   const double used = idle.processorTime() - before;
-  std::printf("idle: %.0f ms of processor time in %d s, %.3f %% of a core (below 0.300)\n", used, seconds,
-              used / (10.0 * seconds));
+  if (!idle.shown || !idle.running())
+    return limits.judge(false, "the program must show its window within 20 s and stay");
+  const double percent = used / (10.0 * seconds);
+  limits.judge(percent < 0.300, "idle: %.0f ms of processor time in %d s, %.3f %% of a core (below 0.300)", used,
+               seconds, percent);
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-  if (count != 4) return std::fprintf(stderr, "usage: process_bench start PROGRAM BARE | idle PROGRAM SECONDS\n"), 2;
-  if (std::string(arguments[1]) == "start") {
-    measureStart(arguments[2], arguments[3]);
-  } else {
-    measureIdle(arguments[2], std::atoi(arguments[3]));
-  }
-  return 0;
+  const std::string what = count == 4 ? arguments[1] : "";
+  if (what != "start" && what != "memory" && what != "idle")
+    return std::fprintf(stderr, "usage: process_bench start|memory PROGRAM BARE | idle PROGRAM SECONDS\n"), 2;
+  Limits limits;
+  if (what == "idle")
+    measureIdle(limits, arguments[2], std::max(1, std::atoi(arguments[3])));
+  else
+    measureStart(limits, arguments[2], arguments[3], what == "start");
+  return limits.exitCode();
 }

@@ -8,6 +8,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,8 @@ namespace pelvaro::line {
 struct LineCallbacks {
   // A dial has reached a state, or failed in it. May call the line's verbs and step().
   std::function<void(std::uintptr_t window, std::uint32_t state, std::uint32_t error)> notify;
+  // Before a change of the phonebook: what it has become elsewhere, for the change to be made in; mostly nothing.
+  std::function<std::optional<Phonebook>()> reread;
   // Keeps the changed phonebook; false when that failed, and the change is then taken back.
   std::function<bool(const Phonebook&)> save;
   // A call or a notification in words, never with a password. Called only while the scenario's journal is on.
@@ -86,6 +89,7 @@ class DialLine {
   Entry* findEntry(std::string_view name);
   const Device* findDevice(std::string_view name) const;
   bool acceptsParams(std::uint32_t size) const;
+  Phonebook beginChange();
   bool keepPhonebook(Phonebook& before);
   void addTemporaryEntries();
   void layNames();

@@ -85,7 +85,7 @@ std::uint32_t DialLine::setEntryProperties(const char* phonebook, const char* en
   Bytes alternate = alternateNumbers(bytes, size, structure, valid);
   if (!valid) return done(kVerb, arguments, kInvalidParameter);
 
-  Phonebook before = book_;
+  Phonebook before = beginChange();
   Entry* target = findEntry(entry);
   if (!target && book_.entries.size() >= kMostEntries) return done(kVerb, arguments, kCannotWritePhonebook);
   if (!target) {
@@ -121,7 +121,7 @@ std::uint32_t DialLine::setEntryDialParams(const char* phonebook, const void* pa
   if (!acceptsParams(getNumber(params))) return done(kVerb, "", kInvalidSize);
   const DialParams given = unpackDialParams(params);
   const std::string arguments = "entry=" + given.entryName + " user=" + given.user;
-  Phonebook before = book_;
+  Phonebook before = beginChange();
   Entry* entry = given.entryName.empty() ? nullptr : findEntry(given.entryName);
   if (!entry) return done(kVerb, arguments, kCannotFindEntry);
   entry->user = given.user;
@@ -140,9 +140,9 @@ std::uint32_t DialLine::deleteEntry(const char* phonebook, const char* entry) {
   if (const auto code = planted(kVerb)) return done(kVerb, arguments, code);
   if (!entry) return done(kVerb, arguments, kInvalidParameter);
   if (!isDefault(phonebook)) return done(kVerb, arguments, kCannotOpenPhonebook);
+  Phonebook before = beginChange();
   const Entry* found = findEntry(entry);
   if (!found) return done(kVerb, arguments, kCannotFindEntry);
-  Phonebook before = book_;
   book_.entries.erase(book_.entries.begin() + (found - book_.entries.data()));
   return done(kVerb, arguments, keepPhonebook(before) ? kSuccess : kCannotWritePhonebook);
 }
@@ -174,6 +174,13 @@ Entry* DialLine::findEntry(std::string_view name) {
 bool DialLine::acceptsParams(std::uint32_t size) const {
   const auto& sizes = scenario_.dialParamsSizes;
   return std::find(sizes.begin(), sizes.end(), size) != sizes.end();
+}
+
+// Takes what other programs have made of the phonebook. Gives the phonebook as it is before the change.
+Phonebook DialLine::beginChange() {
+  if (callbacks_.reread)
+    if (auto fresh = callbacks_.reread()) setPhonebook(std::move(*fresh));
+  return book_;
 }
 
 // Saves the changed phonebook; when that fails the one before is put back.

@@ -123,6 +123,40 @@ TEST_F(DialLinePhonebook, AFailedSaveTakesTheChangeBack) {
   EXPECT_EQ(line_.phonebook(), before);
 }
 
+TEST_F(DialLinePhonebook, AChangeIsMadeInWhatAnotherProgramLeft) {
+  Phonebook fresh = firstPhonebook();
+  fresh.entries[0].name = "From elsewhere";
+  elsewhere_ = fresh;
+  ASSERT_EQ(line_.deleteEntry(nullptr, "Work"), 0u);
+  fresh.entries.pop_back();
+  EXPECT_EQ(line_.phonebook(), fresh);
+}
+
+TEST_F(DialLinePhonebook, AFailedSaveKeepsWhatAnotherProgramLeft) {
+  Phonebook fresh = firstPhonebook();
+  fresh.entries[0].name = "From elsewhere";
+  elsewhere_ = fresh;
+  savesWork_ = false;
+  EXPECT_EQ(line_.deleteEntry(nullptr, "Work"), 624u);
+  EXPECT_EQ(line_.phonebook(), fresh);
+}
+
+TEST_F(DialLinePhonebook, OnlyAChangeLooksAtThePhonebookElsewhere) {
+  std::uint32_t size = 0, count = 0;
+  std::int32_t saved = 0;
+  Bytes record = params("Work");
+  line_.enumEntries(nullptr, nullptr, &size, &count);
+  line_.enumDevices(nullptr, &size, &count);
+  line_.enumConnections(nullptr, &size, &count);
+  line_.getEntryProperties(nullptr, "Work", nullptr, &size);
+  line_.getEntryDialParams(nullptr, record.data(), &saved);
+  line_.validateEntryName(nullptr, "Work");
+  dial(params("Work"));
+  EXPECT_EQ(rereads_, 0);
+  line_.deleteEntry(nullptr, "Work");
+  EXPECT_EQ(rereads_, 1);
+}
+
 // Writes the record with a block at offset 2884 and reads what comes back behind the structure.
 std::string alternateBack(DialLine& line, const std::string& block, std::uint32_t sizePassed) {
   Bytes record(2884 + block.size());

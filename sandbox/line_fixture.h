@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "bytes.h"
@@ -50,6 +52,10 @@ class LineTest : public testing::Test {
     result.notify = [this](std::uintptr_t window, std::uint32_t state, std::uint32_t error) {
       told_.push_back({window, state, error});
       if (onTold_) onTold_(told_.back());
+    };
+    result.reread = [this] {
+      ++rereads_;
+      return std::exchange(elsewhere_, std::nullopt);
     };
     result.save = [this](const Phonebook&) {
       ++saves_;
@@ -106,7 +112,8 @@ class LineTest : public testing::Test {
   std::vector<Told> told_;
   std::function<void(const Told&)> onTold_;
   std::vector<std::string> journal_;
-  int saves_ = 0;
+  int saves_ = 0, rereads_ = 0;
+  std::optional<Phonebook> elsewhere_;  // what another program has made of the phonebook
   bool savesWork_ = true;
   DialLine line_{firstPhonebook(), quick(), ports_, callbacks()};
   std::uint32_t handle_ = 0;

@@ -1,6 +1,7 @@
 #include "modem_dialogue.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "codes.h"
 #include "phone.h"
@@ -40,6 +41,7 @@ ModemDialogue::Result ModemDialogue::connect(std::uint64_t nowMs, std::uint32_t 
     received_.clear();
     return sendCommand(nowMs, timeout);
   }
+  receive();
   const bool calling = commands_.size() == 1;
   for (std::string line = nextLine(); !line.empty(); line = nextLine()) {
     if (calling && line.starts_with("CONNECT")) return Result::kDone;
@@ -59,9 +61,12 @@ ModemDialogue::Result ModemDialogue::logIn(std::uint64_t nowMs, std::uint32_t ti
     sent_.clear();  // the network does not echo
     deadline_ = nowMs + timeout;
   }
+  receive();
   for (std::string line = nextLine(); !line.empty(); line = nextLine()) {
-    if (line == "login?") return sendLine(plain(call_.user), nowMs, timeout);
-    if (line == "password?") return sendLine(plain(call_.password), nowMs, timeout);
+    // Each is answered once: a network that goes on asking does not go on for ever.
+    if (line == "login?" && !std::exchange(userSent_, true)) return sendLine(plain(call_.user), nowMs, timeout);
+    if (line == "password?" && !std::exchange(passwordSent_, true))
+      return sendLine(plain(call_.password), nowMs, timeout);
     if (line == "welcome") return Result::kDone;
     if (line == "denied") return fail(kAuthenticationFailure);
     if (line == "NO CARRIER") return fail(kRemoteDisconnection);
@@ -70,6 +75,7 @@ ModemDialogue::Result ModemDialogue::logIn(std::uint64_t nowMs, std::uint32_t ti
 }
 
 bool ModemDialogue::stillUp() {
+  receive();
   for (std::string line = nextLine(); !line.empty(); line = nextLine())
     if (line == "NO CARRIER") return false;
   return true;
@@ -77,15 +83,21 @@ bool ModemDialogue::stillUp() {
 
 void ModemDialogue::hangUp() { port_.write({&kLineDropped, 1}); }
 
+// Takes what has arrived, once a step, so that a phone that never stops talking does not hold up the step. Of more than
+// anybody waits for only the end is kept, without the line that was cut.
+void ModemDialogue::receive() {
+  received_ += port_.read();
+  if (received_.size() <= kMostWaiting) return;
+  received_.erase(0, received_.size() - kMostWaiting);
+  const auto end = received_.find_first_of("\r\n");
+  if (end != std::string::npos) received_.erase(0, end);
+}
+
 // The next whole line that says something; the echo of a command is passed over. Empty when none has arrived.
 std::string ModemDialogue::nextLine() {
-  received_ += port_.read();
   for (;;) {
     const auto end = received_.find_first_of("\r\n");
-    if (end == std::string::npos) {
-      if (received_.size() > kMostWaiting) received_.clear();
-      return {};
-    }
+    if (end == std::string::npos) return {};
     std::string line = received_.substr(0, end);
     received_.erase(0, end + 1);
     if (!line.empty() && line != sent_) return line;

@@ -36,10 +36,13 @@ class ModemDialogue {
   // Ends the call.
   void hangUp();
 
+  // How much of what the phone said is kept until it can be looked at; a few thousand bytes at most.
+  std::size_t waiting() const { return received_.size(); }
   // Why it failed, a result code of the dial-up service.
   std::uint32_t error() const { return error_; }
 
  private:
+  void receive();
   std::string nextLine();
   Result fail(std::uint32_t error);
   Result sendCommand(std::uint64_t nowMs, std::uint32_t timeout);
@@ -54,6 +57,8 @@ class ModemDialogue {
   std::uint32_t error_ = 0;
   bool started_ = false;
   bool loginStarted_ = false;
+  bool userSent_ = false;
+  bool passwordSent_ = false;
 };
 
 }  // namespace pelvaro::line

@@ -145,5 +145,54 @@ TEST_F(ModemDialogueTest, EndlessTextWithoutALineIsForgotten) {
   EXPECT_EQ(afterSaying("\r\nOK\r\n"), "AT+CGDCONT=1,\"IP\",\"internet\"\r");
 }
 
+TEST_F(ModemDialogueTest, TheEndOfALineThatWasCutIsNoReply) {
+  afterSaying("");
+  afterSaying(std::string(5000, 'x').c_str());
+  EXPECT_EQ(afterSaying("OK\r\n"), "");
+  EXPECT_EQ(dialogue.waiting(), 0u);
+  EXPECT_EQ(afterSaying("OK\r\n"), "AT+CGDCONT=1,\"IP\",\"internet\"\r");
+}
+
+TEST_F(ModemDialogueTest, ANetworkThatAsksForEverEndsAfterTheTimeout) {
+  int steps = 0;
+  for (Result login = Result::kWaiting; login == Result::kWaiting && steps < 1000; ++steps) {
+    port.waiting = "login?\r\npassword?\r\n";
+    login = dialogue.logIn(now += 10, 100);
+  }
+  EXPECT_LT(steps, 20);
+  EXPECT_EQ(dialogue.error(), 718u);
+  EXPECT_EQ(port.written, "guest\rpractice\r");
+}
+
+TEST_F(ModemDialogueTest, AFloodOfTextIsNotKept) {
+  std::string flood;
+  while (flood.size() < 1000000) flood += "CONNECT\r\nlogin?\r\nOK\r\n";
+  port.waiting = flood;
+  dialogue.connect(0, 100);
+  for (int i = 0; i < 10; ++i) {
+    port.waiting = flood;
+    if (i < 4)
+      dialogue.connect(0, 100);
+    else
+      dialogue.logIn(0, 100);
+    EXPECT_LE(dialogue.waiting(), 4096u);
+  }
+}
+
+// A port that has something to say whenever it is asked.
+struct EndlessPort : ScriptedPort {
+  std::string read() override { return "RING\r\n"; }
+};
+
+TEST_F(ModemDialogueTest, APhoneThatNeverStopsTalkingDoesNotHoldUpAStep) {
+  EndlessPort endless;
+  ModemDialogue call(endless, {"1", "", "", ""});
+  call.connect(0, 100);
+  EXPECT_EQ(call.connect(50, 100), Result::kWaiting);
+  EXPECT_EQ(call.connect(100, 100), Result::kFailed);
+  EXPECT_EQ(call.logIn(0, 100), Result::kWaiting);
+  EXPECT_TRUE(call.stillUp());
+}
+
 }  // namespace
 }  // namespace pelvaro::line

@@ -16,6 +16,7 @@ struct FileCloser {
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
 constexpr std::size_t kLargestFile = 64u << 20;
+constexpr int kMostKeptAside = 99;
 
 Entry firstEntry(const char* name, const char* number, const Device& device, bool saved) {
   Entry entry;
@@ -32,10 +33,10 @@ Entry firstEntry(const char* name, const char* number, const Device& device, boo
 
 // Moves a damaged file to the first free name "x.damaged", "x.damaged2", ...; gives the name, empty when that failed.
 std::string keptAside(const std::string& path) {
-  for (int n = 1; n < 1000; ++n) {
+  for (int n = 1; n <= kMostKeptAside; ++n) {
     const std::string aside = path + ".damaged" + (n == 1 ? "" : std::to_string(n));
     std::error_code error;
-    if (std::filesystem::exists(aside, error)) continue;
+    if (std::filesystem::status(aside, error).type() != std::filesystem::file_type::not_found) continue;
     std::filesystem::rename(path, aside, error);
     return error ? std::string() : aside;
   }
@@ -77,16 +78,57 @@ bool replaceFile(const std::string& path, std::string_view text) {
   return !error;
 }
 
-LoadedPhonebook loadPhonebook(const std::string& path) {
-  std::error_code error;
-  if (!std::filesystem::exists(path, error)) return {firstPhonebook(), {}};
-  std::string cause = "it cannot be read";
-  if (const auto text = readFile(path))
-    if (auto book = parsePhonebook(*text, cause)) return {std::move(*book), {}};
-  const std::string aside = keptAside(path);
-  return {firstPhonebook(), "The phonebook " + path + " is damaged: " + cause + ". " +
-                                (aside.empty() ? "It could not be kept aside; changes will replace it."
+LoadedPhonebook PhonebookFile::load() {
+  std::string text, cause;
+  known_ = look(text);
+  if (!known_)
+    return {firstPhonebook(), "The phonebook " + path_ +
+                                  " cannot be read. The line starts with a fresh one; changes are not kept until it "
+                                  "can be read."};
+  if (!known_->exists) return {firstPhonebook(), {}};
+  if (auto book = parsePhonebook(text, cause)) return {std::move(*book), {}};
+  const std::string aside = keptAside(path_);
+  known_ = aside.empty() ? std::nullopt : std::optional(Stamp());
+  return {firstPhonebook(), "The phonebook " + path_ + " is damaged: " + cause + ". " +
+                                (aside.empty() ? "It could not be kept aside. The line starts with a fresh one; "
+                                                 "changes are not kept until it is out of the way."
                                                : "It is kept as " + aside + ". The line starts with a fresh one.")};
+}
+
+std::optional<Phonebook> PhonebookFile::reread() {
+  std::string text, ignored;
+  const auto now = look(text);
+  if (!now || now == known_) return std::nullopt;
+  std::optional<Phonebook> book;
+  if (now->exists && !(book = parsePhonebook(text, ignored))) return std::nullopt;  // damaged: save() will refuse
+  known_ = now;
+  return book;
+}
+
+bool PhonebookFile::save(const Phonebook& book) {
+  std::string text;
+  const auto now = look(text);
+  if (!now || now != known_) return false;
+  text = phonebookText(book);
+  if (!replaceFile(path_, text)) return false;
+  known_ = stampOf(text);
+  return true;
+}
+
+PhonebookFile::Stamp PhonebookFile::stampOf(std::string_view text) {
+  std::uint64_t hash = 0xCBF29CE484222325;  // FNV-1a
+  for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3;
+  return {true, text.size(), hash};
+}
+
+// Reads the file into `text`. Nothing when it cannot be told what lies there, or when it cannot be read.
+std::optional<PhonebookFile::Stamp> PhonebookFile::look(std::string& text) const {
+  std::error_code error;
+  if (std::filesystem::status(path_, error).type() == std::filesystem::file_type::not_found) return Stamp();
+  auto found = readFile(path_);
+  if (!found) return std::nullopt;
+  text = std::move(*found);
+  return stampOf(text);
 }
 
 }  // namespace pelvaro::line

@@ -57,8 +57,33 @@ struct LoadedPhonebook {
   std::string message;
 };
 
-// Reads the file. A missing one gives the first phonebook; a damaged one as well, and is kept aside as "*.damaged".
-LoadedPhonebook loadPhonebook(const std::string& path);
+// The file of a phonebook that other programs may change too. It replaces only what it has read or written itself.
+class PhonebookFile {
+ public:
+  explicit PhonebookFile(std::string path) : path_(std::move(path)) {}
+
+  // Reads the file. A missing one gives the first phonebook. So does a damaged one, which is kept aside as "*.damaged",
+  // and one that cannot be read, which stays where it is; what could not be moved or read is never replaced.
+  LoadedPhonebook load();
+  // Before a change: the phonebook as others have left it since it was last read or written here; mostly nothing.
+  std::optional<Phonebook> reread();
+  // Replaces the file. False when that failed, or when something else lies there than was last read or written here.
+  bool save(const Phonebook& book);
+
+ private:
+  // What lies at the path. A missing file has size and hash 0.
+  struct Stamp {
+    bool exists = false;
+    std::size_t size = 0;
+    std::uint64_t hash = 0;
+    bool operator==(const Stamp&) const = default;
+  };
+  static Stamp stampOf(std::string_view text);
+  std::optional<Stamp> look(std::string& text) const;
+
+  std::string path_;
+  std::optional<Stamp> known_;  // what may be replaced; none: nothing may
+};
 
 // Replaces the file whole: a kill at any moment leaves the old text or the new one. False when that failed.
 bool replaceFile(const std::string& path, std::string_view text);

@@ -8,6 +8,8 @@
 
 #include "bytes.h"
 #include "codes.h"
+#include "dial_line.h"
+#include "memory_ports.h"
 
 namespace pelvaro::line {
 namespace {
@@ -123,15 +125,17 @@ TEST(PhonebookText, AFileCutAnywhereIsDamagedOrWhole) {
   }
 }
 
-class PhonebookFile : public testing::Test {
+class PhonebookFileTest : public testing::Test {
  protected:
-  PhonebookFile() : folder_(fs::path(testing::TempDir()) / ("phonebook_" + std::to_string(std::random_device()()))) {
+  PhonebookFileTest()
+      : folder_(fs::path(testing::TempDir()) / ("phonebook_" + std::to_string(std::random_device()()))) {
     fs::create_directories(folder_);
     path_ = (folder_ / "phonebook.txt").string();
   }
-  ~PhonebookFile() override { fs::remove_all(folder_); }
+  ~PhonebookFileTest() override { fs::remove_all(folder_); }
 
   void write(const std::string& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
+  LoadedPhonebook load() { return PhonebookFile(path_).load(); }
   std::vector<std::string> files() const {
     std::vector<std::string> names;
     for (const auto& file : fs::directory_iterator(folder_)) names.push_back(file.path().filename().string());
@@ -143,40 +147,40 @@ class PhonebookFile : public testing::Test {
   std::string path_;
 };
 
-TEST_F(PhonebookFile, WithoutAFileTheFirstPhonebookIsGiven) {
-  const LoadedPhonebook loaded = loadPhonebook(path_);
+TEST_F(PhonebookFileTest, WithoutAFileTheFirstPhonebookIsGiven) {
+  const LoadedPhonebook loaded = load();
   EXPECT_EQ(loaded.book, firstPhonebook());
   EXPECT_EQ(loaded.message, "");
   EXPECT_TRUE(files().empty());
 }
 
-TEST_F(PhonebookFile, WhatIsSavedIsLoaded) {
+TEST_F(PhonebookFileTest, WhatIsSavedIsLoaded) {
   Phonebook book = firstPhonebook();
   book.entries.pop_back();
   ASSERT_TRUE(replaceFile(path_, phonebookText(book)));
-  EXPECT_EQ(loadPhonebook(path_).book, book);
+  EXPECT_EQ(load().book, book);
   EXPECT_EQ(files(), std::vector<std::string>{"phonebook.txt"});
 }
 
-TEST_F(PhonebookFile, AKillAtAnyByteOfASaveLeavesTheOldOrTheNew) {
+TEST_F(PhonebookFileTest, AKillAtAnyByteOfASaveLeavesTheOldOrTheNew) {
   Phonebook changed = firstPhonebook();
   changed.entries.erase(changed.entries.begin());
   const std::string before = phonebookText(firstPhonebook()), after = phonebookText(changed);
   for (std::size_t count = 0; count <= after.size(); ++count) {
     write(path_, before);
     write(path_ + ".new", after.substr(0, count));  // the save got so far
-    LoadedPhonebook loaded = loadPhonebook(path_);
+    LoadedPhonebook loaded = load();
     ASSERT_EQ(loaded.message, "");
     ASSERT_EQ(loaded.book, firstPhonebook()) << count;
   }
   ASSERT_TRUE(replaceFile(path_, after)) << "the rest of a killed save is in nobody's way";
-  EXPECT_EQ(loadPhonebook(path_).book, changed);
+  EXPECT_EQ(load().book, changed);
   EXPECT_EQ(files(), std::vector<std::string>{"phonebook.txt"});
 }
 
-TEST_F(PhonebookFile, ADamagedFileIsKeptAsideAndNamed) {
+TEST_F(PhonebookFileTest, ADamagedFileIsKeptAsideAndNamed) {
   write(path_, "[devices]\nwhat is this\n");
-  LoadedPhonebook loaded = loadPhonebook(path_);
+  LoadedPhonebook loaded = load();
   EXPECT_EQ(loaded.book, firstPhonebook());
   EXPECT_NE(loaded.message.find("line 2: '=' is missing"), std::string::npos) << loaded.message;
   EXPECT_NE(loaded.message.find("phonebook.txt.damaged"), std::string::npos) << loaded.message;
@@ -184,19 +188,186 @@ TEST_F(PhonebookFile, ADamagedFileIsKeptAsideAndNamed) {
   EXPECT_EQ(readFile(path_ + ".damaged"), "[devices]\nwhat is this\n");
 }
 
-TEST_F(PhonebookFile, ASecondDamagedFileDoesNotReplaceTheFirst) {
+TEST_F(PhonebookFileTest, ASecondDamagedFileDoesNotReplaceTheFirst) {
   write(path_, "first");
-  loadPhonebook(path_);
+  load();
   write(path_, "second");
-  loadPhonebook(path_);
+  load();
   EXPECT_EQ(readFile(path_ + ".damaged"), "first");
   EXPECT_EQ(readFile(path_ + ".damaged2"), "second");
 }
 
-TEST_F(PhonebookFile, ASaveThatCannotBeMadeSaysSo) {
+TEST_F(PhonebookFileTest, ASaveThatCannotBeMadeSaysSo) {
   EXPECT_FALSE(replaceFile((folder_ / "missing" / "phonebook.txt").string(), "text"));
   fs::create_directory(path_);
   EXPECT_FALSE(replaceFile(path_, "text")) << "a folder stands there";
+}
+
+// A damaged file, and every name that it could be kept under is taken.
+struct UnmovableFile : PhonebookFileTest {
+  UnmovableFile() {
+    write(path_, "damaged");
+    for (int n = 1; n <= 99; ++n) write(path_ + ".damaged" + (n == 1 ? "" : std::to_string(n)), "");
+  }
+};
+
+TEST_F(UnmovableFile, IsNeverReplaced) {
+  PhonebookFile file(path_);
+  const LoadedPhonebook loaded = file.load();
+  EXPECT_EQ(loaded.book, firstPhonebook());
+  EXPECT_NE(loaded.message.find("is damaged: line 1: '=' is missing. It could not be kept aside."), std::string::npos)
+      << loaded.message;
+  EXPECT_NE(loaded.message.find("changes are not kept until it is out of the way."), std::string::npos)
+      << loaded.message;
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(file.reread(), std::nullopt);
+    EXPECT_FALSE(file.save(loaded.book));
+  }
+  EXPECT_EQ(readFile(path_), "damaged");
+}
+
+TEST_F(UnmovableFile, ChangesAreKeptAgainWhenItIsOutOfTheWay) {
+  PhonebookFile file(path_);
+  const LoadedPhonebook loaded = file.load();
+  fs::remove(path_);
+  EXPECT_EQ(file.reread(), std::nullopt) << "the line goes on with what it has";
+  EXPECT_TRUE(file.save(loaded.book));
+  EXPECT_EQ(load().book, loaded.book);
+}
+
+TEST_F(UnmovableFile, AMendedOneIsTaken) {
+  PhonebookFile file(path_);
+  file.load();
+  Phonebook mended = firstPhonebook();
+  mended.entries.pop_back();
+  write(path_, phonebookText(mended));
+  EXPECT_EQ(file.reread(), mended);
+  EXPECT_TRUE(file.save(firstPhonebook()));
+}
+
+TEST_F(PhonebookFileTest, AFileThatCannotBeReadIsNeitherMovedNorReplaced) {
+  fs::create_directory(path_);  // it exists, and opening or reading it fails
+  PhonebookFile file(path_);
+  const LoadedPhonebook loaded = file.load();
+  EXPECT_EQ(loaded.book, firstPhonebook());
+  EXPECT_NE(loaded.message.find("cannot be read."), std::string::npos) << loaded.message;
+  EXPECT_NE(loaded.message.find("changes are not kept until it can be read."), std::string::npos) << loaded.message;
+  EXPECT_EQ(loaded.message.find("damaged"), std::string::npos) << loaded.message;
+  EXPECT_EQ(file.reread(), std::nullopt);
+  EXPECT_FALSE(file.save(loaded.book));
+  EXPECT_EQ(files(), std::vector<std::string>{"phonebook.txt"});
+  fs::remove(path_);
+  write(path_, phonebookText(firstPhonebook()));
+  EXPECT_EQ(file.reread(), firstPhonebook());
+  EXPECT_TRUE(file.save(firstPhonebook()));
+}
+
+TEST_F(PhonebookFileTest, AFileThatCannotBeLookedForIsNotMissing) {
+  std::error_code error;
+  fs::create_symlink("phonebook.txt", path_, error);  // a link to itself
+  if (error) GTEST_SKIP() << "no symbolic links here";
+  PhonebookFile file(path_);
+  EXPECT_NE(file.load().message.find("cannot be read."), std::string::npos);
+  EXPECT_FALSE(file.save(firstPhonebook()));
+  EXPECT_TRUE(fs::is_symlink(fs::symlink_status(path_)));
+}
+
+TEST_F(PhonebookFileTest, AFileThatAnotherProgramChangedIsReadAgainAndNotReplacedUnread) {
+  PhonebookFile file(path_), other(path_);
+  Phonebook book = file.load().book;
+  EXPECT_EQ(other.load().book, book);
+  ASSERT_TRUE(file.save(book));
+  EXPECT_EQ(file.reread(), std::nullopt) << "its own text is no news";
+  EXPECT_FALSE(other.save(book)) << "made by the other meanwhile";
+  book.entries.pop_back();
+  ASSERT_TRUE(file.save(book));
+  EXPECT_EQ(other.reread(), book);
+  EXPECT_EQ(other.reread(), std::nullopt);
+  EXPECT_TRUE(other.save(firstPhonebook()));
+  EXPECT_FALSE(file.save(book));
+}
+
+TEST_F(PhonebookFileTest, AFileOfTheSameSizeButOtherTextIsAnotherFile) {
+  PhonebookFile file(path_);
+  std::string text = phonebookText(firstPhonebook());
+  write(path_, text);
+  file.load();
+  text.replace(text.find("*99#"), 4, "*98#");
+  write(path_, text);
+  EXPECT_FALSE(file.save(firstPhonebook()));
+  EXPECT_EQ(readableFields(file.reread()->entries[0].record).number, "*98#");
+}
+
+TEST_F(PhonebookFileTest, AFileDamagedMeanwhileIsNotReplaced) {
+  PhonebookFile file(path_);
+  const Phonebook book = file.load().book;
+  ASSERT_TRUE(file.save(book));
+  write(path_, "half a");
+  EXPECT_EQ(file.reread(), std::nullopt);
+  EXPECT_FALSE(file.save(book));
+  EXPECT_EQ(files(), std::vector<std::string>{"phonebook.txt"});
+  EXPECT_EQ(readFile(path_), "half a");
+}
+
+TEST_F(PhonebookFileTest, AFileDeletedMeanwhileIsWrittenAgain) {
+  PhonebookFile file(path_);
+  const Phonebook book = file.load().book;
+  ASSERT_TRUE(file.save(book));
+  fs::remove(path_);
+  EXPECT_EQ(file.reread(), std::nullopt);
+  EXPECT_TRUE(file.save(book));
+  EXPECT_EQ(load().book, book);
+}
+
+// A program with its own line on the same file.
+struct Program {
+  explicit Program(const std::string& path) : file(path) {}
+  LineCallbacks callbacks() {
+    LineCallbacks result;
+    result.reread = [this] { return file.reread(); };
+    result.save = [this](const Phonebook& book) { return file.save(book); };
+    return result;
+  }
+  std::uint32_t set(const char* entry) {
+    const Bytes record = freshRecord(2884, {"1", "", "", 0});
+    return line.setEntryProperties(nullptr, entry, record.data(), 2884);
+  }
+  std::uint32_t setUser(const char* entry, const char* user) {
+    Bytes record(1060);
+    putNumber(record.data(), 1060);
+    putText(record.data() + 4, 257, entry);
+    putText(record.data() + 519, 257, user);
+    return line.setEntryDialParams(nullptr, record.data(), false);
+  }
+  PhonebookFile file;
+  MemoryPorts ports;
+  DialLine line{file.load().book, {}, ports, callbacks()};
+};
+
+TEST_F(PhonebookFileTest, TwoProgramsKeepEachOthersChanges) {
+  Program one(path_), two(path_);
+  EXPECT_EQ(one.set("One"), 0u);
+  EXPECT_EQ(two.set("Two"), 0u);
+  EXPECT_EQ(one.line.deleteEntry(nullptr, "Work"), 0u);
+  EXPECT_EQ(two.setUser("One", "anna"), 0u);
+  EXPECT_EQ(two.setUser("Work", "anna"), 623u) << "the other program has deleted it";
+  EXPECT_EQ(one.line.deleteEntry(nullptr, "Two"), 0u) << "an entry that only the other program had made";
+  EXPECT_EQ(one.setUser("Corvanti-Home", "ben"), 0u);
+  std::vector<std::string> found;
+  for (const Entry& entry : load().book.entries) found.push_back(entry.name + "/" + entry.user);
+  EXPECT_EQ(found, (std::vector<std::string>{"Corvanti-Office/guest", "Corvanti-Home/ben", "One/anna"}));
+}
+
+TEST_F(PhonebookFileTest, ARefusedSaveIs624AndTakesTheChangeBack) {
+  Program program(path_);
+  ASSERT_EQ(program.set("Kept"), 0u);
+  const Phonebook before = program.line.phonebook();
+  write(path_, "damaged");
+  EXPECT_EQ(program.set("New"), 624u);
+  EXPECT_EQ(program.line.deleteEntry(nullptr, "Work"), 624u);
+  EXPECT_EQ(program.setUser("Work", "anna"), 624u);
+  EXPECT_EQ(program.line.phonebook(), before);
+  EXPECT_EQ(readFile(path_), "damaged");
 }
 
 }  // namespace

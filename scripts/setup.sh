@@ -42,7 +42,11 @@ installWine() {
   [ ! -f "$wineTree/.complete" ] || return 0
   say "fetching the 32-bit Wine into $wineTree"
   local t log L W z
-  t=$(mktemp -d "$cacheDir/wine.XXXXXX")
+  # Left by a fetch that was killed outright; a younger one may be another run's.
+  find "$cacheDir" -mindepth 1 -maxdepth 1 -type d -name 'wine.??????' -mmin +1440 -exec rm -rf {} +
+  fetchDir=$(mktemp -d "$cacheDir/wine.XXXXXX")
+  trap 'rm -rf "$fetchDir"' EXIT # however this ends
+  t=$fetchDir
   log="$cacheDir/wine.log"
   mkdir -p "$t/lists/partial" "$t/cache/archives/partial" "$t/tree"
   : >"$t/status"
@@ -53,7 +57,7 @@ installWine() {
   apt-get "${opts[@]}" update >"$log" 2>&1 || true # one broken suite does not matter: main is enough
   apt-get "${opts[@]}" -y --download-only install wine32 fonts-wine fonts-liberation libxcursor1 libxi6 \
     libxrandr2 libxrender1 libxcomposite1 libxinerama1 libxfixes3 libgnutls30 >>"$log" 2>&1 </dev/null ||
-    { tail -n 20 "$log" >&2; rm -rf "$t"; fail "the 32-bit Wine could not be fetched: see $log"; }
+    { tail -n 20 "$log" >&2; fail "the 32-bit Wine could not be fetched: see $log"; }
   for d in "$t"/cache/archives/*.deb; do
     dpkg-deb --fsys-tarfile "$d" | tar -x -C "$t/tree" --no-same-owner \
       --exclude=./usr/share/doc --exclude=./usr/share/man --exclude=./usr/share/locale
@@ -69,7 +73,6 @@ installWine() {
   ln -sfn wineserver32 "$t/tree/usr/lib/wine/wineserver"
   rm -rf "$wineTree"
   mv "$t/tree" "$wineTree"
-  rm -rf "$t"
   "$wineTree/usr/lib/wine/wine" --version >/dev/null 2>&1 ||
     fail "the 32-bit Wine does not start here: the kernel must run 32-bit programs (CONFIG_IA32_EMULATION)"
   touch "$wineTree/.complete"

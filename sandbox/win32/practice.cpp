@@ -6,6 +6,22 @@ namespace pelvaro::line {
 namespace {
 
 constexpr DWORD kWhileDialing = 5, kWhileUp = 100;  // milliseconds between two steps
+constexpr DWORD kForFile = 5000;                    // milliseconds that another program's use of the file is waited for
+
+// Keeps other programs' practice lines from the phonebook's file.
+struct FileLock {
+  explicit FileLock(HANDLE lockedMutex) : mutex(lockedMutex) {
+    const DWORD result = ::WaitForSingleObject(mutex, kForFile);
+    held = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;  // abandoned: its program was killed
+  }
+  ~FileLock() {
+    if (held) ::ReleaseMutex(mutex);
+  }
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+  HANDLE mutex;
+  bool held = false;
+};
 
 std::string practiceFolder() {
   char folder[MAX_PATH];
@@ -47,19 +63,23 @@ void Practice::start() {
                        reinterpret_cast<const char*>(&Practice::work), &self);
   folder_ = practiceFolder();
   ::CreateDirectoryA(folder_.c_str(), nullptr);
+  file_.emplace(folder_ + "\\phonebook.txt");
+  fileMutex_ = ::CreateMutexA(nullptr, FALSE, "PelvaroPracticePhonebook");
   dialEvent_ = ::RegisterWindowMessageA("RasDialEvent");
   if (dialEvent_ == 0) dialEvent_ = ras::kDialEventFallback;
   LineCallbacks callbacks;
   callbacks.notify = [this](std::uintptr_t window, std::uint32_t state, std::uint32_t error) {
     ::PostMessageA(reinterpret_cast<HWND>(window), dialEvent_, state, static_cast<LPARAM>(error));
   };
-  callbacks.save = [this](const Phonebook& book) {
-    return replaceFile(folder_ + "\\phonebook.txt", phonebookText(book));
+  callbacks.reread = [this]() -> std::optional<Phonebook> {
+    const FileLock lock(fileMutex_);
+    return lock.held ? file_->reread() : std::nullopt;
   };
+  callbacks.save = [this](const Phonebook& book) { return savePhonebook(book); };
   callbacks.journal = [this](const std::string& text) { append(folder_ + "\\journal.txt", text); };
   line_ = std::make_unique<DialLine>(readPhonebook(), readScenario(), ports_, std::move(callbacks));
   if (::GetFileAttributesA((folder_ + "\\phonebook.txt").c_str()) == INVALID_FILE_ATTRIBUTES)
-    replaceFile(folder_ + "\\phonebook.txt", phonebookText(line_->phonebook()));
+    savePhonebook(line_->phonebook());
   wake_ = ::CreateEventA(nullptr, FALSE, FALSE, nullptr);
   reload_ = ::CreateEventA(nullptr, FALSE, FALSE, kReloadEvent);
   if (const HANDLE thread = ::CreateThread(nullptr, 0, work, this, 0, nullptr)) ::CloseHandle(thread);
@@ -83,9 +103,16 @@ void Practice::reload() {
 }
 
 Phonebook Practice::readPhonebook() {
-  LoadedPhonebook loaded = loadPhonebook(folder_ + "\\phonebook.txt");
+  const FileLock lock(fileMutex_);
+  LoadedPhonebook loaded = file_->load();
   if (!loaded.message.empty()) tellPerson(loaded.message);
   return std::move(loaded.book);
+}
+
+// Without the lock another program's change could come between the look at the file and its replacing.
+bool Practice::savePhonebook(const Phonebook& book) {
+  const FileLock lock(fileMutex_);
+  return lock.held && file_->save(book);
 }
 
 Scenario Practice::readScenario() {

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "dial_line.h"
@@ -45,6 +46,7 @@ class Practice {
   void start();
   void reload();
   Phonebook readPhonebook();
+  bool savePhonebook(const Phonebook& book);
   Scenario readScenario();
   void tellPerson(const std::string& message);
   std::uint64_t now();
@@ -54,6 +56,8 @@ class Practice {
   SerialPorts ports_;
   std::unique_ptr<DialLine> line_;
   std::string folder_;
+  std::optional<PhonebookFile> file_;
+  HANDLE fileMutex_ = nullptr;  // shared by all programs with a practice line
   UINT dialEvent_ = 0;
   HANDLE wake_ = nullptr;
   HANDLE reload_ = nullptr;

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -148,6 +149,44 @@ TEST_F(Rasapi32, WritesReadsAndDeletesAnEntry) {
   EXPECT_STREQ(read.szDnsSuffix, "apn.example");
   ASSERT_EQ(ras().get<decltype(::RasDeleteEntryA)>("RasDeleteEntryA")(nullptr, "New"), 0u);
   EXPECT_EQ(get(nullptr, "New", &read, &size, nullptr, nullptr), 623u);
+}
+
+TEST_F(Rasapi32, APhonebookThatAnotherProgramHoldsIsNotReplaced) {
+  RASENTRYA record{};
+  record.dwSize = sizeof record;
+  const auto set = [&record] {
+    return ras().get<decltype(::RasSetEntryPropertiesA)>("RasSetEntryPropertiesA")(nullptr, "Held", &record,
+                                                                                   sizeof record, nullptr, 0);
+  };
+  ASSERT_EQ(set(), 0u);
+  char path[MAX_PATH];
+  ::GetEnvironmentVariableA("PELVARO_PRACTICE", path, sizeof path);
+  const HANDLE held = ::CreateFileA((std::string(path) + "\\phonebook.txt").c_str(), GENERIC_READ, 0, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(held, INVALID_HANDLE_VALUE);
+  EXPECT_EQ(set(), 624u);
+  ::CloseHandle(held);
+  EXPECT_EQ(set(), 0u);
+  EXPECT_EQ(ras().get<decltype(::RasDeleteEntryA)>("RasDeleteEntryA")(nullptr, "Held"), 0u);
+}
+
+TEST_F(Rasapi32, AChangeByAnotherProgramIsKept) {
+  RASENTRYA record{};
+  record.dwSize = sizeof record;
+  const auto set = ras().get<decltype(::RasSetEntryPropertiesA)>("RasSetEntryPropertiesA");
+  ASSERT_EQ(set(nullptr, "Ours", &record, sizeof record, nullptr, 0), 0u);
+  char path[MAX_PATH];
+  ::GetEnvironmentVariableA("PELVARO_PRACTICE", path, sizeof path);
+  const std::string file = std::string(path) + "\\phonebook.txt";
+  std::string text{std::istreambuf_iterator<char>(std::ifstream(file, std::ios::binary).rdbuf()), {}};
+  const auto name = text.find("[entry Ours]");
+  ASSERT_NE(name, std::string::npos);
+  text.replace(name, 12, "[entry Theirs]");
+  std::ofstream(file, std::ios::binary) << text;
+  ASSERT_EQ(set(nullptr, "Ours", &record, sizeof record, nullptr, 0), 0u);
+  const auto remove = ras().get<decltype(::RasDeleteEntryA)>("RasDeleteEntryA");
+  EXPECT_EQ(remove(nullptr, "Theirs"), 0u);
+  EXPECT_EQ(remove(nullptr, "Ours"), 0u);
 }
 
 TEST_F(Rasapi32, NullPointersAreRefused) {

@@ -130,11 +130,10 @@ HWND FormWindow::tooltips() {
 FormWindow::~FormWindow() { destroy(); }
 
 void FormWindow::destroy() {
-  if (!window_) return;
   endModal();
   screen_.forget(this);
-  const HWND window = window_;
-  window_ = nullptr;
+  const HWND window = std::exchange(window_, nullptr);
+  if (!window) return;
   ::SetWindowLongA(window, GWL_USERDATA, 0);
   ::DestroyWindow(window);
 }
@@ -241,6 +240,7 @@ LRESULT CALLBACK FormWindow::procedure(HWND window, UINT number, WPARAM wParam, 
   FormWindow* self = formOf(window);
   if (!self) return ::DefWindowProcA(window, number, wParam, lParam);
   const std::shared_ptr<FormWindow> keep = self->weak_from_this().lock();  // an event may unload the form
+  if (number == WM_NCDESTROY) self->window_ = nullptr;                     // the system took it, with the main form
   return self->message(number, wParam, lParam);
 }
 
