@@ -26,8 +26,7 @@ int resourceId(Picture picture, bool muted) {
     case Picture::connected: id = PELVARO_ICON_CONNECTED; break;
     case Picture::disconnected: id = PELVARO_ICON_DISCONNECTED; break;
   }
-  const bool hasMuted = picture == Picture::add || picture == Picture::connect || picture == Picture::hangUp ||
-                        picture == Picture::limits;
+  const bool hasMuted = picture == Picture::connect;  // the one button that is ever disabled
   return muted && hasMuted ? id + PELVARO_ICON_MUTED : id;
 }
 
