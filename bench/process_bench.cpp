@@ -1,7 +1,6 @@
 // Whole-process measures under Windows or Wine, the program beside a bare window in the same run: time from the start
 // to the first visible window, peak memory, and the processor's time while idle. Ends with 1 when a limit is missed.
 //   process_bench start PROGRAM BARE
-//   process_bench memory PROGRAM BARE     the same, the time to the first window shown but not judged
 //   process_bench idle PROGRAM SECONDS
 #include <algorithm>
 #include <cstdio>
@@ -92,7 +91,7 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-void measureStart(Limits& limits, const char* program, const char* bare, bool judgesTime) {
+void measureStart(Limits& limits, const char* program, const char* bare) {
   std::vector<double> ours, reference;
   double ourPeak = 0, referencePeak = 0;
   bool allCame = true;
@@ -112,12 +111,8 @@ void measureStart(Limits& limits, const char* program, const char* bare, bool ju
   }
   if (!allCame) return limits.judge(false, "every start must show its window within 20 s and stay");
   const double ratio = median(ours) / median(reference);
-  if (judgesTime)
-    limits.judge(ratio <= 1.50, "first window: %.1f ms, bare window %.1f ms, ratio %.2f (at most 1.50)", median(ours),
-                 median(reference), ratio);
-  else
-    std::printf("first window: %.1f ms, bare window %.1f ms, ratio %.2f (not judged)\n", median(ours),
-                median(reference), ratio);
+  limits.judge(ratio <= 1.50, "first window: %.1f ms, bare window %.1f ms, ratio %.2f (at most 1.50)", median(ours),
+               median(reference), ratio);
   limits.judge(ourPeak - referencePeak <= 7.0,
                "peak memory: %.1f MiB, bare window %.1f MiB, difference %.1f (at most 7.0)", ourPeak, referencePeak,
                ourPeak - referencePeak);
@@ -140,12 +135,12 @@ void measureIdle(Limits& limits, const char* program, int seconds) {
 
 int main(int count, char** arguments) {
   const std::string what = count == 4 ? arguments[1] : "";
-  if (what != "start" && what != "memory" && what != "idle")
-    return std::fprintf(stderr, "usage: process_bench start|memory PROGRAM BARE | idle PROGRAM SECONDS\n"), 2;
+  if (what != "start" && what != "idle")
+    return std::fprintf(stderr, "usage: process_bench start PROGRAM BARE | idle PROGRAM SECONDS\n"), 2;
   Limits limits;
   if (what == "idle")
     measureIdle(limits, arguments[2], std::max(1, std::atoi(arguments[3])));
   else
-    measureStart(limits, arguments[2], arguments[3], what == "start");
+    measureStart(limits, arguments[2], arguments[3]);
   return limits.exitCode();
 }

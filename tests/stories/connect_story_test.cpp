@@ -96,6 +96,8 @@ TEST_F(Story, CancelInMidDialHangsUpAndTakesBothWindowsAway) {
   ASSERT_TRUE(waitForProgress("Connecting device..."));
   user([this] { windows->statusForm.Command1.click(); });
   EXPECT_FALSE(windows->statusForm.visible());
+  EXPECT_TRUE(windows->statusForm.loaded()) << "hidden, and so it keeps its text";
+  EXPECT_EQ(progress(), "Connecting device...");
   EXPECT_FALSE(windows->form4.visible());
   EXPECT_FALSE(windows->dialForm.loaded());
   const std::size_t told = world.told.size();
@@ -103,6 +105,40 @@ TEST_F(Story, CancelInMidDialHangsUpAndTakesBothWindowsAway) {
   EXPECT_EQ(world.told.size(), told) << "no notification after a hang-up";
   EXPECT_EQ(status(), kDown);
   EXPECT_FALSE(world.line.anythingUp());
+}
+
+TEST_F(Story, OnlyTheExactCaptionCancels) {
+  dial("Corvanti-Office", "guest", "wrong");
+  ASSERT_TRUE(waitForProgress("Fail to connect"));
+  const std::size_t told = world.told.size();
+  windows->statusForm.Command1.setText("Cancel");
+  user([this] { windows->statusForm.Command1.click(); });
+  wait(500);
+  EXPECT_GT(world.told.size(), told) << "any other caption dials again";
+  EXPECT_TRUE(windows->statusForm.visible());
+}
+
+TEST_F(Story, ThePromptLetsPendingEventsRunBeforeItConnects) {
+  choose("Work");
+  user([this] { windows->form1.Image2.click(); });
+  world.desktop.post([this] { windows->form1.Image2.setToolTipText("Hang Up"); });
+  user([this] { windows->form4.Command1.click(); });
+  EXPECT_FALSE(windows->dialForm.loaded()) << "the tooltip of that moment decides";
+}
+
+TEST_F(Story, HangingUpTakesThePromptAndTheStatusWindowAway) {
+  dial("Corvanti-Office");
+  ASSERT_TRUE(waitForStatus(kUp));
+  choose("Work");
+  ASSERT_TRUE(waitForStatus(kDown));
+  user([this] { windows->form1.Image2.click(); });
+  user([this] { windows->statusForm.show(); });
+  choose("Corvanti-Office");
+  ASSERT_TRUE(waitForStatus(kUp));
+  user([this] { windows->form1.Image2.click(); });
+  EXPECT_FALSE(windows->form4.visible());
+  EXPECT_FALSE(windows->statusForm.visible());
+  EXPECT_TRUE(windows->form4.loaded());
 }
 
 TEST_F(Story, ClosingTheStatusWindowInMidDialHidesThePromptAndTheDialGoesOn) {
@@ -152,8 +188,10 @@ TEST_F(Story, TwoConnectionsAtOnceAreFollowedByTheSelectedOne) {
   ASSERT_TRUE(waitForStatus(kUp));
   choose("Work");
   EXPECT_TRUE(waitForStatus(kDown));
+  EXPECT_FALSE(windows->form1.Timer2.enabled());
   choose("Corvanti-Office");
   EXPECT_TRUE(waitForStatus(kUp));
+  EXPECT_TRUE(windows->form1.Timer2.enabled()) << "the poll turns the traffic tick on again";
 }
 
 TEST_F(Story, AConnectionUnderANameThatIsNotSelectedShowsDisconnected) {

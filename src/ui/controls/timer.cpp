@@ -45,8 +45,8 @@ void Timer::ticked() {
   }
   if (design_.yieldsFirst) {
     form_.services().loop.yield();
-    // Anything may have happened in there, another tick included.
-    if (running_ || !enabled_ || !form_.loaded()) return;
+    // Anything may have happened in there; another tick of ours has run to its end.
+    if (!enabled_ || !form_.loaded()) return;
   }
   {
     const Running running(running_);
