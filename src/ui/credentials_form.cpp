@@ -8,7 +8,7 @@
 namespace pelvaro {
 
 Form4::Form4(Windows& windows, Services& services, FormGroup& group)
-    : Form(services, group, layouts::kForm4), windows_(windows) {
+    : ProgramForm(services, group, layouts::kForm4), windows_(windows) {
   Command1.onClick = [this] { accept(); };
   Command2.onClick = [this] { unload(); };
   Label3.onClick = [this] { unload(); };
@@ -20,8 +20,6 @@ void Form4::onLoad() {
   userDown = false;
   accessary::applyColourScheme(*this);
 }
-
-void Form4::onColoursChanged() { accessary::applyColourScheme(*this); }
 
 void Form4::accept() {
   windows_.setMode("Connect");

@@ -5,14 +5,14 @@
 #include <optional>
 
 #include "ui/controls/control.h"
-#include "ui/controls/form.h"
 #include "ui/controls/image.h"
+#include "ui/program_form.h"
 
 namespace pelvaro {
 
 struct Windows;
 
-class Form4 : public Form {
+class Form4 : public ProgramForm {
  public:
   Form4(Windows& windows, Services& services, FormGroup& group);
 
@@ -29,7 +29,6 @@ class Form4 : public Form {
  protected:
   void onLoad() override;
   void onEscape() override { unload(); }
-  void onColoursChanged() override;
   void onMousePressed(MouseButton button, int x, int y) override;
   void onMouseMoved(MouseButton button, int x, int y) override;
   void onMouseReleased(MouseButton button, int x, int y) override;

@@ -36,7 +36,7 @@ void ignoringErrors(Step step) {
 }  // namespace
 
 Form1::Form1(Windows& windows, Services& services, FormGroup& group)
-    : Form(services, group, layouts::kForm1), windows_(windows), connections_(services.ras) {
+    : ProgramForm(services, group, layouts::kForm1), windows_(windows), connections_(services.ras) {
   wireButtons();
   Image2.onClick = [this] { connectOrHangUp(); };
   Label3.onClick = [this] { unload(); };
@@ -75,10 +75,8 @@ void Form1::normalPictures() {
 void Form1::onLoad() {
   dragging_ = rightClick_ = false;
   ignoringErrors([this] {
-    showPicture(Image1, kButtonPictures, kAddFirst);
-    showPicture(Image2, kButtonPictures, kConnectFirst);
+    normalPictures();
     Image2.setEnabled(false);
-    showPicture(Image3, kLimitPictures, kLimitsFirst);
   });
   ignoringErrors([this] { modemKeys = accessary::modemKeyNames(services().registry); });
   ignoringErrors([this] { accessary::applyColourScheme(*this); });
@@ -93,8 +91,6 @@ void Form1::onLoad() {
 }
 
 void Form1::onUnload() { services().loop.end(); }
-
-void Form1::onColoursChanged() { accessary::applyColourScheme(*this); }
 
 void Form1::poll() {
   // Anything may be gone after the yield that the timer began with: the selection is read now.

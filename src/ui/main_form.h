@@ -6,16 +6,16 @@
 #include <vector>
 
 #include "phonebook/entry_list.h"
-#include "ui/controls/form.h"
 #include "ui/controls/image.h"
 #include "ui/controls/list_view.h"
 #include "ui/controls/timer.h"
+#include "ui/program_form.h"
 
 namespace pelvaro {
 
 struct Windows;
 
-class Form1 : public Form {
+class Form1 : public ProgramForm {
  public:
   Form1(Windows& windows, Services& services, FormGroup& group);
 
@@ -61,7 +61,6 @@ class Form1 : public Form {
  protected:
   void onLoad() override;
   void onUnload() override;
-  void onColoursChanged() override;
   void onMousePressed(MouseButton button, int x, int y) override;
   void onMouseMoved(MouseButton button, int x, int y) override;
   void onMouseReleased(MouseButton button, int x, int y) override;

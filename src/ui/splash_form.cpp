@@ -11,7 +11,7 @@
 namespace pelvaro {
 
 Form5::Form5(Windows& windows, Services& services, FormGroup& group)
-    : Form(services, group, layouts::kForm5), windows_(windows) {
+    : ProgramForm(services, group, layouts::kForm5), windows_(windows) {
   closeMark.onClick = [this] { hide(); };
 }
 
@@ -20,8 +20,6 @@ void Form5::onLoad() {
   showSharedText();
   Animation1.play(services().environment.programFolder() + "\\loading.avi");
 }
-
-void Form5::onColoursChanged() { accessary::applyColourScheme(*this); }
 
 void Form5::showSharedText() { textLabel.setText(windows_.mode() == "Connect" ? "" : windows_.mode()); }
 

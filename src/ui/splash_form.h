@@ -5,14 +5,14 @@
 #include <functional>
 
 #include "ui/controls/animation.h"
-#include "ui/controls/form.h"
 #include "ui/controls/timer.h"
+#include "ui/program_form.h"
 
 namespace pelvaro {
 
 struct Windows;
 
-class Form5 : public Form {
+class Form5 : public ProgramForm {
  public:
   Form5(Windows& windows, Services& services, FormGroup& group);
 
@@ -32,7 +32,6 @@ class Form5 : public Form {
   void onActivate() override;
   void onClose() override { hide(); }
   void onEscape() override { hide(); }
-  void onColoursChanged() override;
 
  private:
   Windows& windows_;

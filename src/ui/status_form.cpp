@@ -7,7 +7,7 @@
 namespace pelvaro {
 
 frmStatus::frmStatus(Windows& windows, Services& services, FormGroup& group)
-    : Form(services, group, layouts::kFrmStatus), windows_(windows) {
+    : ProgramForm(services, group, layouts::kFrmStatus), windows_(windows) {
   Command1.onClick = [this] { cancelOrRetry(); };
   closeMark.onClick = [this] { unload(); };
 }
@@ -15,8 +15,6 @@ frmStatus::frmStatus(Windows& windows, Services& services, FormGroup& group)
 void frmStatus::onLoad() { accessary::applyColourScheme(*this); }
 
 void frmStatus::onUnload() { windows_.form4.hide(); }
-
-void frmStatus::onColoursChanged() { accessary::applyColourScheme(*this); }
 
 void frmStatus::showProgress(const std::string& text) {
   Label1.setText(text);

@@ -2,14 +2,14 @@
 #pragma once
 
 #include "ui/controls/control.h"
-#include "ui/controls/form.h"
 #include "ui/controls/image.h"
+#include "ui/program_form.h"
 
 namespace pelvaro {
 
 struct Windows;
 
-class frmStatus : public Form {
+class frmStatus : public ProgramForm {
  public:
   frmStatus(Windows& windows, Services& services, FormGroup& group);
 
@@ -28,7 +28,6 @@ class frmStatus : public Form {
   void onLoad() override;
   void onUnload() override;
   void onEscape() override { unload(); }
-  void onColoursChanged() override;
 
  private:
   void cancelOrRetry();

@@ -1,5 +1,7 @@
 #include "platform/win32/button_window.h"
 
+#include <utility>
+
 #include "platform/win32/paint.h"
 
 namespace pelvaro::win32 {
@@ -16,28 +18,21 @@ ButtonWindow::ButtonWindow(const ControlLayout& layout, ControlEvents& events, c
   create("BUTTON", BS_OWNERDRAW | WS_TABSTOP);
 }
 
-// Once the form is on the screen: the first window does not wait for it.
-void ButtonWindow::addTooltip() {
-  hasTooltip_ = true;
+// Tells the form's tooltip control of this button's text.
+void ButtonWindow::tellTooltip(UINT message) {
   TOOLINFOA tool{};
   tool.cbSize = TTTOOLINFOA_V2_SIZE;
   tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
   tool.hwnd = form_;
   tool.uId = reinterpret_cast<UINT_PTR>(window_);
   tool.lpszText = text_.data();
-  ::SendMessageA(tooltips_(), TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
+  ::SendMessageA(tooltips_(), message, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 // By us or by a script.
 void ButtonWindow::textChanged() {
   repaint();
-  if (!hasTooltip_) return;
-  TOOLINFOA tool{};
-  tool.cbSize = TTTOOLINFOA_V2_SIZE;
-  tool.hwnd = form_;
-  tool.uId = reinterpret_cast<UINT_PTR>(window_);
-  tool.lpszText = text_.data();
-  ::SendMessageA(tooltips_(), TTM_UPDATETIPTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
+  if (hasTooltip_) tellTooltip(TTM_UPDATETIPTEXTA);
 }
 
 void ButtonWindow::command(WORD notification) {
@@ -80,7 +75,8 @@ LRESULT ButtonWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
       return result;
     }
     case kFormShown:
-      if (isPicture() && wParam && !hasTooltip_) addTooltip();
+      // Not before: the first window does not wait for it.
+      if (isPicture() && wParam && !std::exchange(hasTooltip_, true)) tellTooltip(TTM_ADDTOOLA);
       return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:

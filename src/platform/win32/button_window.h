@@ -27,7 +27,7 @@ class ButtonWindow : public ControlWindow {
   void drawMark(HDC dc, const RECT& area, bool pressed);
   void drawFace(HDC dc, const RECT& area, bool pressed);
   void drawContent(HDC dc, RECT area, COLORREF colour);
-  void addTooltip();
+  void tellTooltip(UINT message);
   void textChanged();
 
   bool hovered_ = false;

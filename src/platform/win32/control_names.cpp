@@ -11,11 +11,6 @@ void nameControl(HWND window, const char* name) {
   if (atom != 0) ::SetPropA(window, kProperty, reinterpret_cast<HANDLE>(static_cast<ULONG_PTR>(atom)));
 }
 
-bool hasControlName(HWND window, const char* name) {
-  const auto atom = static_cast<ATOM>(reinterpret_cast<ULONG_PTR>(::GetPropA(window, kProperty)));
-  return atom != 0 && atom == ::GlobalFindAtomA(name);
-}
-
 void unnameControl(HWND window) {
   const auto atom = static_cast<ATOM>(reinterpret_cast<ULONG_PTR>(::RemovePropA(window, kProperty)));
   if (atom != 0) ::GlobalDeleteAtom(atom);

@@ -7,7 +7,6 @@
 namespace pelvaro::win32 {
 
 void nameControl(HWND window, const char* name);
-bool hasControlName(HWND window, const char* name);
 // Gives the atom back; to be called before the window goes.
 void unnameControl(HWND window);
 

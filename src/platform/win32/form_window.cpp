@@ -240,7 +240,10 @@ LRESULT CALLBACK FormWindow::procedure(HWND window, UINT number, WPARAM wParam, 
   FormWindow* self = formOf(window);
   if (!self) return ::DefWindowProcA(window, number, wParam, lParam);
   const std::shared_ptr<FormWindow> keep = self->weak_from_this().lock();  // an event may unload the form
-  if (number == WM_NCDESTROY) self->window_ = nullptr;                     // the system took it, with the main form
+  if (number == WM_NCDESTROY) {                                            // the system takes it, with the main form
+    self->window_ = nullptr;
+    return ::DefWindowProcA(window, number, wParam, lParam);
+  }
   return self->message(number, wParam, lParam);
 }
 

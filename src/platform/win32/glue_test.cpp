@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "platform/win32/control_names.h"
 #include "platform/win32/dial_event_window.h"
 #include "platform/win32/environment.h"
 #include "platform/win32/form_window.h"
@@ -13,6 +12,12 @@
 
 namespace pelvaro::win32 {
 namespace {
+
+// As another program reads a control's name.
+bool hasControlName(HWND window, const char* name) {
+  const auto atom = static_cast<ATOM>(reinterpret_cast<ULONG_PTR>(::GetPropA(window, "ControlName")));
+  return atom != 0 && atom == ::GlobalFindAtomA(name);
+}
 
 struct RecordingHook : MessageHook {
   HiddenDialWindow& windows;

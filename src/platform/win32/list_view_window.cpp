@@ -25,8 +25,6 @@ ListViewWindow::ListViewWindow(const ControlLayout& layout, ControlEvents& event
   rowHeight_ = ::ImageList_Create(1, scaled(kRowHeight) - 1, ILC_COLOR, 1, 0);
   ::SendMessageA(window_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(rowHeight_));
   LVCOLUMNA column{};
-  column.mask = LVCF_WIDTH;
-  column.cx = static_cast<int>(client().right) - ::GetSystemMetrics(SM_CXVSCROLL);
   ::SendMessageA(window_, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
 }
 
@@ -126,7 +124,6 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
     case static_cast<UINT>(NM_CUSTOMDRAW): return drawRow(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
     case static_cast<UINT>(LVN_ITEMCHANGED): {
       const auto& change = reinterpret_cast<NMLISTVIEW&>(header);
-      repaint();  // a row is drawn beyond its column, and the platform renews the column alone
       const bool selected = (change.uNewState & LVIS_SELECTED) && !(change.uOldState & LVIS_SELECTED);
       if (selected && change.iItem >= 0 && !ours_) {
         if (rightPressed_) {
@@ -243,7 +240,6 @@ LRESULT ListViewWindow::drawRow(NMLVCUSTOMDRAW& drawing) {
   const int row = static_cast<int>(drawing.nmcd.dwItemSpec);
   RECT area{LVIR_BOUNDS, 0, 0, 0};
   ::SendMessageA(window_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area));
-  area.right = client().right;
   const Canvas canvas(drawing.nmcd.hdc, area);
   const HDC dc = canvas.dc();
   const bool contrast = metrics_.highContrast();

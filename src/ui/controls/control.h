@@ -1,5 +1,5 @@
 // Control: what all controls of a form share: a text, a place in the layout, visible and enabled, colours, a click.
-// The kinds with more to them derive from it (list_view.h, picture_button.h, animation.h).
+// The kinds with more to them derive from it (list_view.h, image.h, animation.h).
 #pragma once
 
 #include <functional>
