@@ -17,6 +17,7 @@ enum Code : std::uint32_t {
   kSuccess = 0,
   kInvalidHandle = 6,
   kInvalidParameter = 87,
+  kInsufficientBuffer = 122,
   kInvalidName = 123,
   kAlreadyExists = 183,
   kBufferTooSmall = 603,

@@ -34,9 +34,8 @@ std::uint32_t giveRecords(const std::vector<Record>& from, void* records, std::s
 }  // namespace
 
 DialLine::DialLine(Phonebook book, Scenario scenario, PortOpener& ports, LineCallbacks callbacks)
-    : ports_(ports), callbacks_(std::move(callbacks)) {
-  scenario_ = std::move(scenario);
-  setPhonebook(std::move(book));
+    : book_(std::move(book)), ports_(ports), callbacks_(std::move(callbacks)) {
+  setScenario(std::move(scenario));
 }
 
 DialLine::~DialLine() {
@@ -45,6 +44,7 @@ DialLine::~DialLine() {
 
 void DialLine::setScenario(Scenario scenario) {
   scenario_ = std::move(scenario);
+  counters_.setScenario(scenario_, now_);
   setPhonebook(std::move(book_));
 }
 
@@ -117,14 +117,7 @@ std::uint32_t DialLine::errorString(std::uint32_t code, char* text, std::uint32_
   return kSuccess;
 }
 
-std::uint32_t DialLine::planted(const char* verb) {
-  for (PlantedFailure& failure : scenario_.failures) {
-    if (failure.times == 0 || failure.verb != verb) continue;
-    if (failure.times != PlantedFailure::kAlways) --failure.times;
-    return failure.code;
-  }
-  return kSuccess;
-}
+std::uint32_t DialLine::planted(const char* verb) { return takePlanted(scenario_.failures, verb); }
 
 std::uint32_t DialLine::done(const char* verb, const std::string& arguments, std::uint32_t result) {
   note(std::string(verb) + " " + arguments + (arguments.empty() ? "-> " : " -> ") + std::to_string(result));

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "counters.h"
 #include "modem_dialogue.h"
 #include "phonebook_file.h"
 #include "platform/ras_layout.h"
@@ -51,6 +52,10 @@ class DialLine {
   // Whether a dial is under way (step() soon) or only connections are up (step() now and then).
   bool dialing() const;
   bool anythingUp() const { return !connections_.empty(); }
+  // The time of the last step.
+  std::uint64_t now() const { return now_; }
+  // The interface counters, which follow the connections. They alone may be asked from any thread.
+  Counters& counters() { return counters_; }
 
   // The verbs: arguments, records and results of the service's functions of the same names.
   std::uint32_t getEntryProperties(const char* phonebook, const char* entry, void* record, std::uint32_t* size);
@@ -80,7 +85,6 @@ class DialLine {
   using ConnectionRecord = std::array<std::uint8_t, ras::connection::kRecordSize>;
   using DeviceRecord = std::array<std::uint8_t, ras::device::kRecordSize>;
 
-  // The planted result of a verb, 0 when there is none; counts it down.
   std::uint32_t planted(const char* verb);
   std::uint32_t done(const char* verb, const std::string& arguments, std::uint32_t result);
   void note(const std::string& text);
@@ -101,6 +105,7 @@ class DialLine {
   bool stateDone(Connection& connection, std::uint64_t nowMs);
   void enter(Connection& connection, std::size_t position, std::uint64_t nowMs);
   void fail(Connection& connection, std::uint32_t error);
+  void countTraffic();
   bool openPort(Connection& connection);
   void forgetOldestFailed();
   void tell(const Connection& connection, std::uint32_t state, std::uint32_t error);
@@ -112,6 +117,8 @@ class DialLine {
   std::vector<std::unique_ptr<Connection>> connections_;
   std::deque<Event> events_;  // what is still to be told
   std::uint32_t lastHandle_ = 0x10000;
+  std::uint64_t now_ = 0;
+  Counters counters_;
   // What the enumerations give, laid out when something changes so that asking is only copying.
   std::vector<NameRecord> names_;
   std::vector<ConnectionRecord> connectionRecords_;

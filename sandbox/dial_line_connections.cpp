@@ -77,6 +77,7 @@ std::uint32_t DialLine::hangUp(std::uint32_t handle) {
   connections_.erase(found);
   std::erase_if(events_, [handle](const Event& event) { return event.connection == handle; });
   layConnections();
+  countTraffic();
   return done("hangUp", arguments, kSuccess);
 }
 
@@ -102,8 +103,10 @@ bool DialLine::dialing() const {
 }
 
 void DialLine::step(std::uint64_t nowMs) {
+  now_ = nowMs;
   for (const auto& connection : connections_) advance(*connection, nowMs);
   if (std::erase_if(connections_, [](const auto& c) { return c->phase == Connection::Phase::kGone; })) layConnections();
+  countTraffic();
   // Told only now, one by one: whoever is told may hang up, dial or step again.
   while (!events_.empty()) {
     const Event event = events_.front();
@@ -173,6 +176,13 @@ void DialLine::fail(Connection& c, std::uint32_t error) {
   c.phase = Connection::Phase::kFailed;
   tell(c, c.state, error);
   layConnections();
+}
+
+// Traffic runs only through what is up, not through what is dialing or has failed.
+void DialLine::countTraffic() {
+  counters_.setUp(std::any_of(connections_.begin(), connections_.end(),
+                              [](const auto& c) { return c->phase == Connection::Phase::kUp; }),
+                  now_);
 }
 
 // A program that never hangs up what has failed does not fill the line for good.

@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kVerbs[] = {"getEntryProperties", "setEntryProperties", "enumEntries", "enumDevices",
                                   "getEntryDialParams", "setEntryDialParams", "dial",        "hangUp",
                                   "enumConnections",    "getConnectStatus",   "deleteEntry", "validateEntryName",
-                                  "editPhonebookEntry", "errorString"};
+                                  "editPhonebookEntry", "errorString",        "getIfTable"};
 constexpr std::uint32_t kMostExtras = 100000;
 
 using Words = std::vector<std::string>;
@@ -77,6 +77,11 @@ bool readLine(const Words& words, Scenario& scenario) {
   if (words[0] == "connections") return parseNumber(value, scenario.connections, kMostExtras);
   if (words[0] == "listDialing") return parseSwitch(value, scenario.listDialing);
   if (words[0] == "journal") return parseSwitch(value, scenario.journal);
+  if (words[0] == "receiveRate") return parseNumber(value, scenario.receiveRate);
+  if (words[0] == "sendRate") return parseNumber(value, scenario.sendRate);
+  if (words[0] == "receivedAtStart") return parseNumber(value, scenario.receivedAtStart);
+  if (words[0] == "sentAtStart") return parseNumber(value, scenario.sentAtStart);
+  if (words[0] == "ethernet") return parseSwitch(value, scenario.ethernet);
   if (words[0] == "structureSize")
     return parseNumber(value, scenario.structureSize) && isRecordSize(scenario.structureSize);
   if (words[0] == "end")
@@ -86,6 +91,15 @@ bool readLine(const Words& words, Scenario& scenario) {
 }
 
 }  // namespace
+
+std::uint32_t takePlanted(std::vector<PlantedFailure>& failures, std::string_view verb) {
+  for (PlantedFailure& failure : failures) {
+    if (failure.times == 0 || failure.verb != verb) continue;
+    if (failure.times != PlantedFailure::kAlways) --failure.times;
+    return failure.code;
+  }
+  return 0;
+}
 
 std::optional<Scenario> parseScenario(std::string_view text, std::string& message) {
   Scenario scenario;

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Makes, or brings up to date, a Wine prefix with the practice line in it:
 #   scripts/practice_prefix.sh DIR [--kind practice|e2e] [--managed Y|N] [--dpi N] [--dlls FOLDER] [--fresh]
-# Its registry names the stand-in DLLs, so that the program runs in it untouched and without any environment.
+# Its registry names the stand-in DLLs, so that the program runs in it untouched and without any environment. That of
+# iphlpapi.dll is for pelvaro.exe alone: Wine's own programs and DLLs need more of it than the stand-in has.
 # --managed Y is for a display with a window manager. --fresh throws an existing prefix away first.
 # Says nothing and is quick when nothing is to be done. Changed settings are seen by programs started later;
 # dpi and managed need a new server (wineStop in wine_prefix.sh).
@@ -41,8 +42,12 @@ for name in $names; do
 done
 
 if [ "$(cat "$stamp" 2>/dev/null)" != "$wanted" ]; then
-  { printf 'REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Wine\\DllOverrides]\n'
-    for name in $names; do printf '"%s"="native"\n' "$name"; done
+  { printf 'REGEDIT4\n'
+    for name in $names; do
+      key='HKEY_CURRENT_USER\Software\Wine'
+      [ "$name" != iphlpapi ] || key+='\AppDefaults\pelvaro.exe'
+      printf '\n[%s\\DllOverrides]\n"%s"="native"\n' "$key" "$name"
+    done
     printf '\n[HKEY_CURRENT_USER\\Control Panel\\Colors]\n"InactiveTitleText"="216 228 248"\n'
     printf '\n[HKEY_CURRENT_USER\\Software\\Wine\\X11 Driver]\n"Managed"="%s"\n' "$managed"
     printf '\n[HKEY_CURRENT_USER\\Control Panel\\Desktop]\n"LogPixels"=dword:%08x\n' "$dpi"

@@ -1,6 +1,9 @@
 #include "win32/practice.h"
 
+#include <chrono>
 #include <cstdio>
+
+#include "codes.h"
 
 namespace pelvaro::line {
 namespace {
@@ -57,7 +60,7 @@ Practice::~Practice() {
 }
 
 void Practice::start() {
-  if (line_) return;
+  if (started_) return;
   HMODULE self = nullptr;  // the thread below runs until the process ends, so the DLL stays too
   ::GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
                        reinterpret_cast<const char*>(&Practice::work), &self);
@@ -83,6 +86,12 @@ void Practice::start() {
   wake_ = ::CreateEventA(nullptr, FALSE, FALSE, nullptr);
   reload_ = ::CreateEventA(nullptr, FALSE, FALSE, kReloadEvent);
   if (const HANDLE thread = ::CreateThread(nullptr, 0, work, this, 0, nullptr)) ::CloseHandle(thread);
+  started_ = true;
+}
+
+DWORD Practice::getIfTable(void* table, std::uint32_t* size, bool sorted) {
+  if (!started_) call([](DialLine&) { return kSuccess; });
+  return line_->counters().getIfTable(table, size, sorted, now());
 }
 
 DWORD WINAPI Practice::work(void* self) {
@@ -136,10 +145,9 @@ void Practice::tellPerson(const std::string& message) {
 
 // Milliseconds that do not wrap.
 std::uint64_t Practice::now() {
-  const DWORD tick = ::GetTickCount();
-  now_ += tick - tick_;
-  tick_ = tick;
-  return now_;
+  using std::chrono::milliseconds, std::chrono::steady_clock;
+  return static_cast<std::uint64_t>(
+      std::chrono::duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
 }
 
 Practice& practice() {

@@ -1,9 +1,11 @@
 // The one practice line of a process: its folder, its lock, and the thread that lets time pass while something dials or
-// is up. Used by the functions that rasapi32.dll exports; a call starts the line when there is none yet.
+// is up. Used by the functions that rasapi32.dll exports, iphlpapi.dll's among them; a call starts the line when there
+// is none yet.
 #pragma once
 
 #include <windows.h>
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,6 +36,9 @@ class Practice {
     return result;
   }
 
+  // The interface counters. Waits for no verb and no step: the program asks every second.
+  DWORD getIfTable(void* table, std::uint32_t* size, bool sorted);
+
  private:
   struct Lock {
     explicit Lock(CRITICAL_SECTION& section) : section_(section) { ::EnterCriticalSection(&section_); }
@@ -49,10 +54,10 @@ class Practice {
   bool savePhonebook(const Phonebook& book);
   Scenario readScenario();
   void tellPerson(const std::string& message);
-  std::uint64_t now();
+  static std::uint64_t now();
   static DWORD WINAPI work(void* self);
 
-  CRITICAL_SECTION section_;
+  CRITICAL_SECTION section_;  // around the line, but for its counters
   SerialPorts ports_;
   std::unique_ptr<DialLine> line_;
   std::string folder_;
@@ -61,8 +66,7 @@ class Practice {
   UINT dialEvent_ = 0;
   HANDLE wake_ = nullptr;
   HANDLE reload_ = nullptr;
-  DWORD tick_ = 0;
-  std::uint64_t now_ = 0;
+  std::atomic<bool> started_ = false;
 };
 
 // The process's practice line.

@@ -92,6 +92,11 @@ DWORD WINAPI RasGetErrorStringA(UINT code, LPSTR text, DWORD size) {
   return practice().call([&](DialLine& line) { return line.errorString(code, text, size); });
 }
 
+// What GetIfTable of iphlpapi.dll leads to: the counters follow the line's connections.
+DWORD WINAPI PracticeGetIfTable(LPVOID table, LPDWORD size, BOOL sorted) {
+  return practice().getIfTable(table, number(size), sorted != FALSE);
+}
+
 // For scripts: "rundll32 rasapi32.dll,PracticeReload" lets a running line read its scenario and phonebook again.
 void CALLBACK PracticeReload(HWND, HINSTANCE, LPSTR, int) {
   const HANDLE event = ::OpenEventA(EVENT_MODIFY_STATE, FALSE, pelvaro::line::kReloadEvent);
