@@ -30,6 +30,8 @@ enum class ControlKind {
   closeMark,      // the window's own close and minimise marks
   minimiseMark,
   commandButton,
+  optionButton,  // the options of a form are one group; they stand next to each other in its table
+  checkBox,
   textBox,
   passwordBox,
   listView,
@@ -95,6 +97,7 @@ enum class MouseButton { none = 0, left = 1, right = 2 };
 // What a control on the screen reports. Positions are pixels from the control's upper left corner.
 struct ControlEvents {
   virtual ~ControlEvents() = default;
+  // The user's click. The mark that it sets or takes away is on the screen by then.
   virtual void clicked() {}
   virtual void mousePressed(MouseButton, int /*x*/, int /*y*/) {}
   virtual void mouseMoved(MouseButton, int /*x*/, int /*y*/) {}
@@ -120,6 +123,9 @@ struct ControlPeer {
   virtual void setRowCount(int /*count*/) {}
   virtual int selectedRow() { return -1; }
   virtual void selectRow(int /*row*/) {}
+  // Option buttons and check boxes: the mark as the screen has it. Setting it raises no event.
+  virtual bool checked() { return false; }
+  virtual void setChecked(bool /*checked*/) {}
   // Animations: opens a file and plays it for ever.
   virtual void playFile(const std::string& /*path*/) {}
 };

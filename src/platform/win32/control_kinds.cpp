@@ -3,6 +3,7 @@
 #include "platform/win32/button_window.h"
 #include "platform/win32/label_window.h"
 #include "platform/win32/list_view_window.h"
+#include "platform/win32/option_window.h"
 #include "platform/win32/text_box_window.h"
 
 namespace pelvaro::win32 {
@@ -18,6 +19,8 @@ std::shared_ptr<ControlWindow> create(const ControlLayout& layout, ControlEvents
     case ControlKind::closeMark:
     case ControlKind::minimiseMark:
     case ControlKind::commandButton: return std::make_shared<ButtonWindow>(layout, events, surroundings);
+    case ControlKind::optionButton:
+    case ControlKind::checkBox: return std::make_shared<OptionWindow>(layout, events, surroundings);
     case ControlKind::textBox:
     case ControlKind::passwordBox: return std::make_shared<TextBoxWindow>(layout, events, surroundings);
     case ControlKind::listView: return std::make_shared<ListViewWindow>(layout, events, surroundings);

@@ -85,6 +85,23 @@ LRESULT ControlWindow::passOn(UINT number, WPARAM wParam, LPARAM lParam) {
   return ::CallWindowProcA(platformProcedure_, window_, number, wParam, lParam);
 }
 
+LRESULT ControlWindow::passOnUnseen(UINT number, WPARAM wParam, LPARAM lParam) {
+  const bool seen = visible();
+  if (seen) ::DefWindowProcA(window_, WM_SETREDRAW, FALSE, 0);
+  const LRESULT result = passOn(number, wParam, lParam);
+  if (seen && window_) ::DefWindowProcA(window_, WM_SETREDRAW, TRUE, 0);  // which would show a hidden one
+  if (window_) repaint();
+  return result;
+}
+
+void ControlWindow::drawNow(HDC given) {
+  PAINTSTRUCT painting;
+  DRAWITEMSTRUCT item{};
+  item.hDC = given ? given : ::BeginPaint(window_, &painting);
+  draw(item);
+  if (!given) ::EndPaint(window_, &painting);
+}
+
 LRESULT ControlWindow::message(UINT number, WPARAM wParam, LPARAM lParam) { return passOn(number, wParam, lParam); }
 
 void ControlWindow::setText(const std::string& text) { ::SetWindowTextA(window_, text.c_str()); }

@@ -63,12 +63,18 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   // A message to the control. The default passes it on to the platform's procedure.
   virtual LRESULT message(UINT number, WPARAM wParam, LPARAM lParam);
   LRESULT passOn(UINT number, WPARAM wParam, LPARAM lParam);
+  // The same for a message on which the platform's procedure would draw at once and in its own look.
+  LRESULT passOnUnseen(UINT number, WPARAM wParam, LPARAM lParam);
+  // Answers WM_PAINT and WM_PRINTCLIENT with draw(); they may bring a device context.
+  void drawNow(HDC given);
   // Draws anew soon; on a form that is not shown there is nothing to draw yet.
   void repaint() const {
     if (formShown_) ::InvalidateRect(window_, nullptr, FALSE);
   }
   bool focused() const { return ::GetFocus() == window_; }
   bool enabled() const { return ::IsWindowEnabled(window_) != FALSE; }
+  // By itself, whatever the form is.
+  bool visible() const { return (::GetWindowLongA(window_, GWL_STYLE) & WS_VISIBLE) != 0; }
   int scaled(int length) const { return metrics_.scaled(length); }
   RECT client() const;
   // The colour of the form's surface.

@@ -142,6 +142,11 @@ std::shared_ptr<ControlPeer> FormWindow::createControl(const ControlLayout& layo
   auto control = createControlWindow(
       layout, events, {window_, events_, screen_.metrics(), screen_.loop(), [this] { return tooltips(); }});
   children_.emplace_back(control->window(), layout.name);
+  // A run of option buttons is a group: it begins with the first and ends before the control behind it.
+  const bool option = layout.kind == ControlKind::optionButton;
+  if (std::exchange(inOptions_, option) != option) {
+    ::SetWindowLongA(control->window(), GWL_STYLE, ::GetWindowLongA(control->window(), GWL_STYLE) | WS_GROUP);
+  }
   if (layout_.defaultButton && std::strcmp(layout.name, layout_.defaultButton) == 0) {
     if (auto* button = dynamic_cast<ButtonWindow*>(control.get())) button->setDefault(true);
   }

@@ -81,6 +81,7 @@ class FormWindow : public FormPeer, public std::enable_shared_from_this<FormWind
   std::vector<std::pair<HWND, const char*>> children_;  // with their names
   HWND lastFocus_ = nullptr;
   Colours colours_{0xFFFFFF, 0};
+  bool inOptions_ = false;  // the control made last is an option button
   bool placed_ = false;
   bool shown_ = false;  // by us; the platform hides and shows what a minimised main form owns
   bool pressed_ = false;

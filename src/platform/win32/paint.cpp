@@ -1,5 +1,7 @@
 #include "platform/win32/paint.h"
 
+#include <algorithm>
+
 namespace pelvaro::win32 {
 
 namespace {
@@ -24,6 +26,73 @@ HBITMAP memoryBitmap(HDC target, const RECT& area) {
   info.bmiHeader.biBitCount = 32;
   void* bits = nullptr;
   return ::CreateDIBSection(target, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+}
+
+COLORREF mixed(COLORREF under, COLORREF over, int part, int whole) {
+  const auto channel = [=](int from, int to) { return static_cast<BYTE>((from * (whole - part) + to * part) / whole); };
+  return RGB(channel(GetRValue(under), GetRValue(over)), channel(GetGValue(under), GetGValue(over)),
+             channel(GetBValue(under), GetBValue(over)));
+}
+
+// Colours a shape in a square, the pixels at its rim as far as it covers them, so that it is smooth at every size.
+// `inside` is asked for points of a square from 0 to 1.
+template <typename Inside>
+void smooth(HDC dc, const RECT& box, COLORREF colour, Inside inside) {
+  constexpr int kSteps = 4;  // a pixel is judged at that many points each way
+  const double size = kSteps * static_cast<double>(box.right - box.left);
+  for (LONG y = box.top; y < box.bottom; ++y) {
+    for (LONG x = box.left; x < box.right; ++x) {
+      int covered = 0;
+      for (int i = 0; i < kSteps * kSteps; ++i) {
+        const LONG right = (x - box.left) * kSteps + i % kSteps;
+        const LONG down = (y - box.top) * kSteps + i / kSteps;
+        covered += inside((right + 0.5) / size, (down + 0.5) / size);
+      }
+      if (covered) ::SetPixelV(dc, x, y, mixed(::GetPixel(dc, x, y), colour, covered, kSteps * kSteps));
+    }
+  }
+}
+
+struct Point {
+  double x, y;
+};
+
+double square(double x) { return x * x; }
+
+// The square of how far a point is from the straight line between two others.
+double squaredDistance(Point p, Point from, Point to) {
+  const double dx = to.x - from.x;
+  const double dy = to.y - from.y;
+  const double along = std::clamp(((p.x - from.x) * dx + (p.y - from.y) * dy) / (square(dx) + square(dy)), 0.0, 1.0);
+  return square(p.x - from.x - along * dx) + square(p.y - from.y - along * dy);
+}
+
+// The width that a line of text takes when it is drawn. Wine draws some small fonts from their bitmaps and measures
+// them by their outlines, up to a tenth apart, so a right-aligned text would end before its edge or be cut there.
+LONG drawnWidth(HDC dc, std::string_view text) {
+  LONG width = 0;
+  for (const char c : text) {
+    constexpr MAT2 kAsItIs{{0, 1}, {0, 0}, {0, 0}, {0, 1}};
+    GLYPHMETRICS glyph{};
+    const bool plain = c >= ' ' && c <= '~';  // of others a byte may be a part of a character only
+    if (!plain || ::GetGlyphOutlineA(dc, static_cast<UINT>(c), GGO_BITMAP, &glyph, 0, nullptr, &kAsItIs) == GDI_ERROR) {
+      SIZE size{};
+      ::GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size);
+      return size.cx;
+    }
+    width += glyph.gmCellIncX;
+  }
+  return width;
+}
+
+// Places a line that fits by the width that it is drawn with; one that does not is left to DrawText, which cuts it.
+void placeLine(HDC dc, std::string_view text, RECT& area, UINT& format) {
+  if (!(format & DT_SINGLELINE)) return;
+  const LONG spare = area.right - area.left - drawnWidth(dc, text);
+  if (spare < 0) return;
+  if (format & DT_RIGHT) area.left += spare;
+  if (format & DT_CENTER) area.left += spare / 2;
+  format &= ~static_cast<UINT>(DT_RIGHT | DT_CENTER | DT_END_ELLIPSIS);
 }
 
 }  // namespace
@@ -69,6 +138,24 @@ void roundFace(HDC dc, const RECT& area, int radius, COLORREF face, COLORREF edg
   ::DeleteObject(brush);
 }
 
+void disc(HDC dc, const RECT& box, COLORREF colour) {
+  smooth(dc, box, colour, [](double x, double y) { return square(x - 0.5) + square(y - 0.5) <= square(0.5); });
+}
+
+void discFace(HDC dc, const RECT& box, COLORREF face, COLORREF edge, int width) {
+  disc(dc, box, edge);
+  disc(dc, {box.left + width, box.top + width, box.right - width, box.bottom - width}, face);
+}
+
+void tick(HDC dc, const RECT& box, COLORREF colour) {
+  constexpr Point kLeft{0.27, 0.52}, kBottom{0.43, 0.68}, kRight{0.74, 0.33};
+  constexpr double kHalfStroke = 0.065;
+  smooth(dc, box, colour, [&](double x, double y) {
+    const Point p{x, y};
+    return std::min(squaredDistance(p, kLeft, kBottom), squaredDistance(p, kBottom, kRight)) <= square(kHalfStroke);
+  });
+}
+
 void dotted(HDC dc, const RECT& area, COLORREF colour) {
   for (LONG x = area.left; x < area.right; x += 2) {
     ::SetPixelV(dc, x, area.top, colour);
@@ -84,6 +171,7 @@ void paintText(HDC dc, std::string_view what, RECT area, HFONT font, COLORREF co
   const Selected withFont(dc, font);
   ::SetBkMode(dc, TRANSPARENT);
   ::SetTextColor(dc, colour);
+  placeLine(dc, what, area, format);
   ::DrawTextA(dc, what.data(), static_cast<int>(what.size()), &area, format | DT_NOPREFIX);
 }
 

@@ -51,6 +51,12 @@ void fill(HDC dc, const RECT& area, COLORREF colour);
 void frame(HDC dc, const RECT& area, COLORREF colour, int width);
 // A filled rectangle with round corners and an outline inside it.
 void roundFace(HDC dc, const RECT& area, int radius, COLORREF face, COLORREF edge, int width);
+// A filled circle that touches all sides of a square box.
+void disc(HDC dc, const RECT& box, COLORREF colour);
+// The same with an outline inside it.
+void discFace(HDC dc, const RECT& box, COLORREF face, COLORREF edge, int width);
+// A check mark in the middle of a square box.
+void tick(HDC dc, const RECT& box, COLORREF colour);
 // A dotted outline, one pixel wide.
 void dotted(HDC dc, const RECT& area, COLORREF colour);
 // A text without "&" marks, laid by DrawText's `format`.

@@ -13,7 +13,8 @@ TextBoxWindow::TextBoxWindow(const ControlLayout& layout, ControlEvents& events,
                              const ControlSurroundings& surroundings)
     : ControlWindow(layout, events, surroundings) {
   const DWORD masked = layout.kind == ControlKind::passwordBox ? ES_PASSWORD : 0;
-  create("EDIT", ES_AUTOHSCROLL | WS_TABSTOP | masked);
+  const DWORD right = layout.style == TextStyle::right ? ES_RIGHT : 0;
+  create("EDIT", ES_AUTOHSCROLL | WS_TABSTOP | masked | right);
   useFont();
   // The frame is drawn around a smaller client area.
   ::SetWindowPos(window_, nullptr, 0, 0, 0, 0,
@@ -40,6 +41,18 @@ void TextBoxWindow::shrink(RECT& area) const {
   area.bottom = area.top + metrics_.fontHeight();
 }
 
+COLORREF TextBoxWindow::groundColour() const {
+  return enabled() || metrics_.highContrast() ? colours_.background : palette::kDisabledInput;
+}
+
+HBRUSH TextBoxWindow::ground(HDC dc) {
+  if (enabled()) return ControlWindow::ground(dc);
+  ::SetBkColor(dc, groundColour());
+  ::SetTextColor(dc, metrics_.highContrast() ? ::GetSysColor(COLOR_GRAYTEXT) : palette::kMuted);
+  ::SetDCBrushColor(dc, groundColour());
+  return static_cast<HBRUSH>(::GetStockObject(DC_BRUSH));
+}
+
 void TextBoxWindow::drawFrame() {
   RECT whole{};
   ::GetWindowRect(window_, &whole);
@@ -49,7 +62,7 @@ void TextBoxWindow::drawFrame() {
   const HDC dc = ::GetWindowDC(window_);
   ::ExcludeClipRect(dc, inner.left, inner.top, inner.right, inner.bottom);
   const bool contrast = metrics_.highContrast();
-  fill(dc, whole, enabled() ? colours_.background : palette::kDisabledInput);
+  fill(dc, whole, groundColour());
   COLORREF edge = enabled() ? palette::kEdge : palette::kHairline;
   if (focused()) edge = palette::kAccent;
   if (contrast) edge = focused() ? ::GetSysColor(COLOR_HIGHLIGHT) : colours_.text;
@@ -63,12 +76,14 @@ LRESULT TextBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case WM_NCPAINT: drawFrame(); return 0;
     case WM_NCHITTEST: return HTCLIENT;  // a click on the padding belongs to the text
     case WM_SETFOCUS:
-    case WM_KILLFOCUS:
-    case WM_ENABLE: {
+    case WM_KILLFOCUS: {
       const LRESULT result = passOn(number, wParam, lParam);
       if (window_) drawFrame();
       return result;
     }
+    case WM_ENABLE:  // kept from the platform, which would draw the text of a disabled box in a colour of its own
+      ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW);
+      return 0;
     default: return passOn(number, wParam, lParam);
   }
 }

@@ -9,11 +9,13 @@ class TextBoxWindow : public ControlWindow {
  public:
   TextBoxWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings);
   const std::string& text() override;
+  HBRUSH ground(HDC dc) override;
 
  protected:
   LRESULT message(UINT number, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  COLORREF groundColour() const;
   void drawFrame();
   void shrink(RECT& area) const;
 };

@@ -73,9 +73,10 @@ void Control::focus() {
   if (peer_) peer_->focus();
 }
 
-void Control::click() {
-  if (!form_.loaded() || !visible_ || !enabled_) return;
-  if (onClick) onClick();
+bool Control::takesClicks() const { return form_.loaded() && visible_ && enabled_; }
+
+void Control::clicked() {
+  if (takesClicks()) raiseClick();
 }
 
 void Control::reset() {

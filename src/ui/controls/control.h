@@ -1,5 +1,5 @@
 // Control: what all controls of a form share: a text, a place in the layout, visible and enabled, colours, a click.
-// The kinds with more to them derive from it (list_view.h, image.h, animation.h).
+// The kinds with more to them derive from it (list_view.h, image.h, checkable.h, animation.h).
 #pragma once
 
 #include <functional>
@@ -35,14 +35,21 @@ class Control : public ControlEvents {
 
   const ControlLayout& layout() const { return layout_; }
 
-  // The user's click, as a screen reports it or a test makes it: does nothing while disabled or not visible.
-  void click();
+  // The user's click, as a test makes it: does nothing while disabled or not visible.
+  virtual void click() { clicked(); }
   std::function<void()> onClick;
 
  protected:
   // Loads the form if needed: touching a control of an unloaded form loads it.
   void touch();
   ControlPeer* peer() { return peer_.get(); }
+  const Form& form() const { return form_; }
+  bool takesClicks() const;
+  // The user's click, as a screen reports it.
+  void clicked() override;
+  void raiseClick() const {
+    if (onClick) onClick();
+  }
   // Back to the design values; called when the form is loaded and when it is unloaded.
   virtual void reset();
 
@@ -50,7 +57,6 @@ class Control : public ControlEvents {
   friend class Form;
   void attach(std::shared_ptr<ControlPeer> peer);
   void detach();
-  void clicked() override { click(); }
 
   Form& form_;
   const ControlLayout& layout_;

@@ -2,10 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/fake/fake_dial_service.h"
-#include "platform/fake/fake_dialogs.h"
-#include "platform/fake/fake_system.h"
-#include "platform/fake/headless_desktop.h"
-#include "platform/services.h"
+#include "platform/fake/fake_services.h"
 #include "ui/controls/animation.h"
 #include "ui/controls/form.h"
 #include "ui/controls/image.h"
@@ -46,14 +43,11 @@ struct SampleForm : Form {
 };
 
 struct Controls : testing::Test {
-  fake::HeadlessDesktop desktop;
-  fake::Journal journal;
-  fake::FakeDialService ras{journal};
-  fake::FakeDialogs dialogs{journal};
-  fake::FakeEnvironment environment;
-  fake::FakeRegistry registry{journal};
-  fake::FakeTelephony telephony{journal};
-  Services services{ras, desktop, dialogs, environment, desktop, desktop, registry, telephony};
+  fake::Journal calls;
+  fake::FakeDialService ras{calls};
+  fake::FakeServices fakes{ras};
+  fake::HeadlessDesktop& desktop = fakes.desktop;
+  Services& services = fakes.services;
   FormGroup group;
   Log log;
   SampleForm form{services, group, log};
