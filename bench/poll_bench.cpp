@@ -1,6 +1,6 @@
-// The state poll and the refill of the list on the real controls, each beside the bare call of the dial-up service in
-// the same run, with 256 entries and 256 connections; and how many heap allocations a poll makes. Ends with 1 when a
-// limit is missed.
+// The state poll, the traffic tick and the refill of the list on the real controls, each beside the bare calls of the
+// system in the same run, with 256 entries and 256 connections; and how many heap allocations a poll and a tick make.
+// Ends with 1 when a limit is missed.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -15,11 +15,13 @@
 #include "line_dial_service.h"
 #include "memory_ports.h"
 #include "platform/services.h"
+#include "platform/win32/clock.h"
 #include "platform/win32/dial_event_window.h"
 #include "platform/win32/dialogs.h"
 #include "platform/win32/environment.h"
 #include "platform/win32/event_loop.h"
 #include "platform/win32/form_window.h"
+#include "platform/win32/interface_table.h"
 #include "platform/win32/registry.h"
 #include "platform/win32/telephony.h"
 #include "ui/windows.h"
@@ -81,14 +83,16 @@ int main() {
   line::MemoryPorts ports;
   line::DialLine line(line::firstPhonebook(), scenario, ports, {});
   line::LineDialService ras(line);
+  win32::SystemClock clock;
   win32::MessageLoop loop;
   win32::HiddenDialWindow dialWindow(loop);
   win32::FormScreen screen(loop);
   win32::SystemDialogs dialogs(screen);
   win32::SystemEnvironment environment;
+  win32::SystemInterfaceTable interfaces;
   win32::SystemRegistry registry;
   win32::SystemTelephony telephony;
-  Services services{ras, dialWindow, dialogs, environment, loop, screen, registry, telephony};
+  Services services{clock, ras, dialWindow, dialogs, environment, loop, screen, interfaces, registry, telephony};
   Windows windows(services);
   Form1& main = windows.form1;
   main.show();
@@ -114,6 +118,34 @@ int main() {
   for (int i = 0; i < 1000; ++i) main.Timer1.onTick();
   const long allocations = g_allocations - before;
   limits.judge(allocations == 0, "heap allocations in 1000 polls: %ld (none allowed)", allocations);
+
+  std::vector<std::uint8_t> table(1 << 20);
+  const auto bareTable = [&] {
+    std::uint32_t size = 0;
+    interfaces.getIfTable(nullptr, &size, true);
+    interfaces.getIfTable(table.data(), &size, true);
+  };
+  main.requiredbyte = 1 << 30;  // far away, so that every label is written
+  main.settingflag = 1;
+  double tick = 0, bareTwo = 0;
+  compare([&] { main.Timer2.onTick(); }, bareTable, 20, tick, bareTwo);
+  limits.judge(tick / bareTwo <= 1.20,
+               "one tick with a limit: %.2f us, its two bare calls of GetIfTable %.2f us, ratio %.2f (at most 1.20)",
+               tick, bareTwo, tick / bareTwo);
+  // Ticks in which a counter moves write labels; those in which nothing changes on the screen allocate nothing.
+  long quiet = 0, quietAllocations = 0;
+  for (int i = 0; i < 1000; ++i) {
+    const std::string shown = main.Label1.text() + main.Label2.text() + main.Label4.text() + main.Label5.text();
+    const long atTick = g_allocations;
+    main.Timer2.onTick();
+    const long made = g_allocations - atTick;
+    if (shown != main.Label1.text() + main.Label2.text() + main.Label4.text() + main.Label5.text()) continue;
+    ++quiet;
+    quietAllocations += made;
+  }
+  limits.judge(quiet > 0 && quietAllocations == 0,
+               "heap allocations in %ld ticks that change nothing on the screen: %ld (none allowed)", quiet,
+               quietAllocations);
 
   std::vector<std::uint8_t> names(264 * 256);
   const auto bareEntries = [&] {

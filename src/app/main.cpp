@@ -2,12 +2,14 @@
 // nobody handled.
 #include "platform/environment.h"
 #include "platform/services.h"
+#include "platform/win32/clock.h"
 #include "platform/win32/dial_event_window.h"
 #include "platform/win32/dial_service.h"
 #include "platform/win32/dialogs.h"
 #include "platform/win32/environment.h"
 #include "platform/win32/event_loop.h"
 #include "platform/win32/form_window.h"
+#include "platform/win32/interface_table.h"
 #include "platform/win32/registry.h"
 #include "platform/win32/telephony.h"
 #include "ui/windows.h"
@@ -33,6 +35,7 @@ void useNoCurrentFolder() {
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   useNoCurrentFolder();
   useCommonControls();
+  win32::SystemClock clock;
   win32::MessageLoop loop;
   loop.onError = [](const RuntimeError& error) {
     ::MessageBoxA(nullptr, error.report().c_str(), kApplicationTitle,
@@ -43,9 +46,10 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   win32::FormScreen screen(loop);
   win32::SystemDialogs dialogs(screen);
   win32::SystemEnvironment environment;
+  win32::SystemInterfaceTable interfaces;
   win32::SystemRegistry registry;
   win32::SystemTelephony telephony;
-  Services services{ras, dialWindow, dialogs, environment, loop, screen, registry, telephony};
+  Services services{clock, ras, dialWindow, dialogs, environment, loop, screen, interfaces, registry, telephony};
   Windows windows(services);
   loop.guarded([&] { windows.form1.show(); });
   loop.run();

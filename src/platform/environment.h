@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "base/numbers.h"
+
 namespace pelvaro {
 
 // The program's title, the caption of its message boxes.
@@ -12,6 +14,8 @@ struct Environment {
   virtual ~Environment() = default;
   // The folder of the running executable, without a backslash at its end.
   virtual std::string programFolder() = 0;
+  // How the user's locale groups numbers, asked anew each time.
+  virtual NumberStyle numberStyle() = 0;
 };
 
 }  // namespace pelvaro

@@ -114,6 +114,20 @@ constexpr ControlLayout kForm5Controls[] = {
 };
 constexpr Rect96 kForm5Rules[] = {{1, 28, 278, 1}};
 
+constexpr ControlLayout kForm6Controls[] = {
+    {.name = "Label2", .kind = label, .caption = "Limitation", .place = {16, 5, 243, 20}, .style = title},
+    {.name = "Option1", .kind = optionButton, .caption = "Time Limit ", .place = {16, 44, 112, 24}},
+    {.name = "Option2", .kind = optionButton, .caption = "Size limit", .place = {16, 76, 112, 24}},
+    {.name = "Label3", .kind = label, .caption = "minutes", .place = {232, 44, 56, 24}},
+    {.name = "Text1", .kind = textBox, .caption = "", .place = {136, 44, 88, 24}, .style = right},
+    {.name = "Label4", .kind = label, .caption = "KB", .place = {232, 76, 56, 24}},
+    {.name = "Text2", .kind = textBox, .caption = "", .place = {136, 76, 88, 24}, .style = right},
+    {.name = "Command1", .kind = commandButton, .caption = "OK", .place = {104, 124, 88, 28}},
+    {.name = "Command2", .kind = commandButton, .caption = "Cancel", .place = {200, 124, 88, 28}},
+    {.name = "closeMark", .kind = closeMark, .caption = "Close", .place = {267, 1, 36, 27}},
+};
+constexpr Rect96 kForm6Rules[] = {{1, 28, 302, 1}, {16, 112, 272, 1}};
+
 constexpr ControlLayout kFrmStatusControls[] = {
     {.name = "captionLabel", .kind = label, .caption = "Connection", .place = {16, 5, 267, 20}, .style = title},
     {.name = "Image1", .kind = picture, .caption = "", .place = {16, 44, 48, 48}, .picture = Picture::dialing},
@@ -147,6 +161,14 @@ const FormLayout kForm5{.name = "Form5",
                         .controls = kForm5Controls,
                         .rules = kForm5Rules,
                         .firstFocus = "closeMark"};
+const FormLayout kForm6{.name = "Form6",
+                        .title = "Pelvaro - Limitation",
+                        .width = 304,
+                        .height = 168,
+                        .controls = kForm6Controls,
+                        .rules = kForm6Rules,
+                        .defaultButton = "Command1",
+                        .firstFocus = "Option1"};
 const FormLayout kFrmStatus{.name = "frmStatus",
                             .title = "Connection",
                             .width = 328,

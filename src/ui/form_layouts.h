@@ -9,6 +9,7 @@ namespace pelvaro::layouts {
 extern const FormLayout kForm1;
 extern const FormLayout kForm4;
 extern const FormLayout kForm5;
+extern const FormLayout kForm6;
 extern const FormLayout kFrmStatus;
 
 }  // namespace pelvaro::layouts

@@ -11,7 +11,7 @@
 namespace pelvaro::layouts {
 namespace {
 
-const FormLayout* const kAll[] = {&kForm1, &kForm4, &kForm5, &kFrmStatus};
+const FormLayout* const kAll[] = {&kForm1, &kForm4, &kForm5, &kForm6, &kFrmStatus};
 
 const ControlLayout& control(const FormLayout& form, const std::string& name) {
   for (const ControlLayout& row : form.controls) {
@@ -30,6 +30,7 @@ TEST(Layouts, FormsHaveTheirTitlesAndSizes) {
   const std::map<std::string, std::string> expected{{"Form1", "Pelvaro 376x412"},
                                                     {"Form4", "Pelvaro - Connect 360x172"},
                                                     {"Form5", "Pelvaro 280x148"},
+                                                    {"Form6", "Pelvaro - Limitation 304x168"},
                                                     {"frmStatus", "Connection 328x148"}};
   for (const FormLayout* form : kAll) {
     EXPECT_EQ(std::string(form->title) + " " + std::to_string(form->width) + "x" + std::to_string(form->height),
@@ -44,6 +45,8 @@ TEST(Layouts, ControlsStandWhereTheyAreDrawn) {
   EXPECT_EQ(place(control(kForm1, "Label12").place), "260,376,100,20");
   EXPECT_EQ(place(control(kForm4, "Text2").place), "152,76,192,24");
   EXPECT_EQ(place(control(kForm5, "Animation1").place), "48,44,184,64");
+  EXPECT_EQ(place(control(kForm6, "Option2").place), "16,76,112,24");
+  EXPECT_EQ(place(control(kForm6, "Text2").place), "136,76,88,24");
   EXPECT_EQ(place(control(kFrmStatus, "Command1").place), "224,104,88,28");
 }
 
@@ -53,6 +56,9 @@ TEST(Layouts, DesignCaptionsAreExactlyAsTheyAreCompared) {
   EXPECT_STREQ(control(kForm4, "Label2").caption, "Password:");
   EXPECT_STREQ(control(kForm4, "Command1").caption, "OK");
   EXPECT_STREQ(control(kForm4, "Command2").caption, "Cancel");
+  EXPECT_STREQ(control(kForm6, "Option1").caption, "Time Limit ");
+  EXPECT_STREQ(control(kForm6, "Option2").caption, "Size limit");
+  EXPECT_STREQ(control(kForm6, "Label2").caption, "Limitation");
   EXPECT_STREQ(control(kForm1, "Label9").caption, "Time elaspe");
   EXPECT_STREQ(control(kForm1, "Label11").caption, "Time remain");
 }
@@ -93,11 +99,17 @@ TEST(Layouts, FirstFocusAndDefaultButtonAreControlsOfTheForm) {
 }
 
 TEST(Layouts, TheTabulatorGoesFromLeftToRightAndDownWithTheMarksLast) {
-  std::vector<std::string> order;
-  for (const ControlLayout& row : kForm1.controls) {
-    if (row.kind != ControlKind::label && row.kind != ControlKind::picture) order.emplace_back(row.name);
-  }
-  EXPECT_EQ(order, (std::vector<std::string>{"Image1", "Image2", "Image3", "ListView1", "Label6", "Label3"}));
+  using Names = std::vector<std::string>;
+  const auto order = [](const FormLayout& form) {
+    Names names;
+    for (const ControlLayout& row : form.controls) {
+      if (row.kind != ControlKind::label && row.kind != ControlKind::picture) names.emplace_back(row.name);
+    }
+    return names;
+  };
+  EXPECT_EQ(order(kForm1), (Names{"Image1", "Image2", "Image3", "ListView1", "Label6", "Label3"}));
+  // The two options are one group, for the arrow keys.
+  EXPECT_EQ(order(kForm6), (Names{"Option1", "Option2", "Text1", "Text2", "Command1", "Command2", "closeMark"}));
 }
 
 }  // namespace

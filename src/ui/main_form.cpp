@@ -1,10 +1,13 @@
 #include "ui/main_form.h"
 
 #include "base/bytes.h"
+#include "base/numbers.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
+#include "monitor/limits.h"
 #include "phonebook/dial_params.h"
 #include "phonebook/entry_properties.h"
+#include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
 #include "platform/telephony.h"
@@ -23,6 +26,15 @@ constexpr std::string_view kDisconnected = "Status: Disconnected.";
 constexpr std::string_view kConnect = "Connect";
 constexpr std::string_view kHangUp = "Hang Up";
 constexpr int kTickInterval = 1000;
+constexpr const char* kNearLimit = "You are about to reach limit, disconnect now?";
+constexpr const char* kSizePassed = "You have reached size limit. Reconnect?";
+constexpr const char* kTimePassed = "Timeout, reconnect?";
+
+// Puts a label's text together in a buffer that is kept, so that a second in which nothing changes allocates nothing.
+void put(Label& label, std::string& buffer, std::string_view caption, std::string_view figure, std::string_view unit) {
+  buffer.assign(caption).append(figure).append(unit);
+  label.setText(buffer);
+}
 
 // Runs one step of the start-up; a run-time error in it is ignored and the next step runs.
 template <typename Step>
@@ -36,12 +48,17 @@ void ignoringErrors(Step step) {
 }  // namespace
 
 Form1::Form1(Windows& windows, Services& services, FormGroup& group)
-    : ProgramForm(services, group, layouts::kForm1), windows_(windows), connections_(services.ras) {
+    : ProgramForm(services, group, layouts::kForm1),
+      windows_(windows),
+      connections_(services.ras),
+      traffic_(services.interfaces) {
   wireButtons();
   Image2.onClick = [this] { connectOrHangUp(); };
+  Image3.onClick = [this] { windows_.form6.show(); };
   Label3.onClick = [this] { unload(); };
   Label6.onClick = [this] { minimise(); };
   Timer1.onTick = [this] { poll(); };
+  Timer2.onTick = [this] { tick(); };
   ListView1.onMouseDown = [this](MouseButton button, int x, int y) {
     listX_ = static_cast<float>(x);
     listY_ = static_cast<float>(y);
@@ -87,6 +104,7 @@ void Form1::onLoad() {
     Timer2.setInterval(kTickInterval);
     Timer2.setEnabled(true);
   });
+  ignoringErrors([this] { updateTraffic(true); });
   ignoringErrors([this] { refreshList(); });
 }
 
@@ -111,6 +129,60 @@ void Form1::poll() {
   }
   Image4.setPicture(up ? Picture::connected : Picture::disconnected);
   if (requiredbyte < 1 && requiredtime < 1) setSetting("", false);
+}
+
+void Form1::updateTraffic(bool baseline) {
+  traffic_.update(baseline, services().environment.numberStyle());
+  put(Label1, line_, "Total bytes received: ", std::to_string(traffic_.receivedKb()), " KB");
+  put(Label2, line_, "Total bytes transmitted: ", std::to_string(traffic_.sentKb()), " KB");
+  put(Label5, line_, "Upload rate: ", traffic_.uploadRate(), "");
+  put(Label4, line_, "Download rate: ", traffic_.downloadRate(), "");
+}
+
+void Form1::tick() {
+  tickCounter = add32(tickCounter, 1);
+  updateTraffic(false);
+  if (requiredbyte <= 0 && requiredtime <= 0) return;
+  if (settingflag == monitor::kSizeLimit) {
+    const std::int32_t used = traffic_.receivedKb();
+    put(Label10, line_, "", std::to_string(used), " KB");
+    const monitor::Reach reach = monitor::reach(used, requiredbyte);
+    if (reach == monitor::Reach::passed) return limitPassed(kSizePassed);
+    if (reach == monitor::Reach::near) {
+      put(Label7, line_, "size remained: ", std::to_string(subtract32(requiredbyte, used)), " KB");
+      if (askedToDisconnect()) return disconnectNow();
+    }
+  } else if (settingflag == monitor::kTimeLimit) {
+    Label10.setText(durationText(monitor::elapsedSeconds(startTime, services().clock.secondsOfDay())));
+    const monitor::Reach reach = monitor::reach(tickCounter, requiredtime);
+    if (reach == monitor::Reach::passed) return limitPassed(kTimePassed);
+    if (reach == monitor::Reach::near) {
+      put(Label7, line_, "Time left: ", std::to_string(subtract32(requiredtime, tickCounter)), " Second(s)");
+      if (askedToDisconnect()) return disconnectNow();
+      return;
+    }
+  }
+  services().loop.yield();
+}
+
+// Near a limit: true when the user wants to disconnect now; after a "No" there is no further question.
+bool Form1::askedToDisconnect() {
+  if (limitAsked) return false;
+  if (services().dialogs.messageBox(kNearLimit, kButtonsYesNo) == kAnswerYes) return true;
+  limitAsked = true;
+  return false;
+}
+
+void Form1::disconnectNow() {
+  Label7.setText("");
+  connectOrHangUp();
+  services().loop.yield();
+  Timer2.setEnabled(false);
+}
+
+void Form1::limitPassed(const char* question) {
+  disconnectNow();
+  if (services().dialogs.messageBox(question, kButtonsYesNo) == kAnswerYes) connectOrHangUp();
 }
 
 void Form1::setSetting(std::string_view text, bool visible) {

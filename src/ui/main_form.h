@@ -1,10 +1,11 @@
-// Form1: the main window. It lists the connections, follows the state of the selected one twenty times a second and
-// starts everything else. Closing it ends the program.
+// Form1: the main window. It lists the connections, follows the state of the selected one twenty times a second, shows
+// its traffic and keeps its limits once a second, and starts everything else. Closing it ends the program.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "monitor/traffic.h"
 #include "phonebook/entry_list.h"
 #include "ui/controls/image.h"
 #include "ui/controls/list_view.h"
@@ -56,6 +57,9 @@ class Form1 : public ProgramForm {
   std::int32_t requiredbyte = 0;       // the size limit in KB, 0 for none
   std::int32_t requiredtime = 0;       // the time limit in seconds, 0 for none
   std::int16_t settingflag = 0;        // which limit is active: 0 for time, 1 for size
+  int startTime = 0;                   // the time of day at which the time limit was set, in seconds
+  std::int32_t tickCounter = 0;        // connected seconds since the window was loaded; never reset
+  bool limitAsked = false;             // "No" was the answer to the question near the limit
   std::vector<std::string> modemKeys;  // names of the phone modems' driver keys
 
  protected:
@@ -69,6 +73,11 @@ class Form1 : public ProgramForm {
   void wireButtons();
   void normalPictures();
   void poll();
+  void tick();
+  void updateTraffic(bool baseline);
+  bool askedToDisconnect();
+  void disconnectNow();
+  void limitPassed(const char* question);
   void itemClicked();
   void readSelectedEntry();
   void popupMenu();
@@ -78,6 +87,8 @@ class Form1 : public ProgramForm {
   Windows& windows_;
   ActiveConnections connections_;
   std::string wanted_;  // the entry whose state the poll looks for
+  monitor::Traffic traffic_;
+  std::string line_;  // where a label's text is put together
   bool dragging_ = false;
   float dragX_ = 0, dragY_ = 0;
   bool rightClick_ = false;

@@ -6,6 +6,7 @@ Windows::Windows(Services& services)
     : form1(*this, services, group_),
       form4(*this, services, group_),
       form5(*this, services, group_),
+      form6(*this, services, group_),
       statusForm(*this, services, group_),
       dial{.ras = services.ras, .windows = services.dialWindow, .loop = services.loop, .screen = *this},
       dialForm(dial) {}

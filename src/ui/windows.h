@@ -7,6 +7,7 @@
 #include "dialer/dial_context.h"
 #include "dialer/dial_form.h"
 #include "ui/credentials_form.h"
+#include "ui/limitation_form.h"
 #include "ui/main_form.h"
 #include "ui/splash_form.h"
 #include "ui/status_form.h"
@@ -23,6 +24,7 @@ struct Windows : private DialerScreen {
   Form1 form1;
   Form4 form4;
   Form5 form5;
+  Form6 form6;
   frmStatus statusForm;
   DialContext dial;
   frmDial dialForm;

@@ -17,7 +17,9 @@ PROGRESS = (("opening-port", "Opening port..."), ("port-opened", "Port opened...
             ("checking-password", "Checking username and password..."),
             ("logging-on", "Logging on the network..."))
 MARGIN = 24  # of desktop around the windows in a picture
-SCENARIO = "pace 700\ntimeout 5000\n"  # slow enough for a picture of every text
+# Slow enough for a picture of every text; 40 KB a second are received.
+SCENARIO = "pace 700\ntimeout 5000\nreceiveRate 40960\nsendRate 8192\n"
+NEAR, PASSED = "You are about to reach limit, disconnect now?", "You have reached size limit. Reconnect?"
 
 
 class Tour:
@@ -95,6 +97,43 @@ class Tour:
         self.prompt.wait("hidden")
         self.seen("connected", "wait", "\"%s\", the dialogs are gone" % CONNECTED)
 
+    def traffic_and_limit(self):
+        shown = lambda: [self.main.text(label) for label in ("Label1", "Label2", "Label4", "Label5")]
+        idle = shown()
+        e2e.wait_for(lambda: all(a != b for a, b in zip(shown()[:3], idle)), 10, "the figures move")
+        self.rest_pointer()
+        self.seen("traffic", "wait a few seconds", "received, sent and both rates move")
+        self.main.click("Image3")
+        limits = self.session.window("Form6").wait("foreground")
+        self.seen("limits", "click Limits", "the dialog, on the time limit")
+        limits.click("Option2")
+        limits.enter("Text2", "600")
+        self.rest_pointer()
+        self.seen("size-limit", "choose Size limit, type 600", "its box is open, the other one is closed")
+        self.session.keys("enter")
+        limits.wait("gone")
+        self.main.wait_text("Label12", "600 KB")
+        e2e.wait_for(lambda: self.main.text("Label10").endswith(" KB"), 5, "the used size")
+        self.seen("limit-set", "press Enter", "the limit and what is used of it stand beside the figures")
+        self.session.wait_box(30)
+        self.seen("limit-near", "wait", "past 70 %%: \"%s\"" % NEAR)
+        self.session.answer_box(e2e.NO, NEAR)
+        self.session.wait_box(30)
+        self.wait_line(False)
+        self.seen("limit-passed", "answer No, wait", "\"%s\" \"%s\"" % (DISCONNECTED, PASSED))
+        self.session.answer_box(e2e.YES, PASSED)
+        self.prompt.wait("foreground")
+        self.seen("reconnect", "answer Yes", "the prompt is filled: Enter would go online")
+        self.session.keys("esc")
+        self.prompt.wait("gone")
+        self.main.click("Image3")
+        limits.wait("foreground")
+        limits.enter("Text1", "90")
+        self.session.keys("enter")
+        self.main.wait_text("Label12", "01:30:00")
+        self.rest_pointer()
+        self.seen("time-limit", "click Limits, type 90, press Enter", "a time limit of 01:30:00 in place of the size")
+
     def hang_up(self):
         self.main.click("Image2")
         self.wait_line(False)
@@ -163,6 +202,10 @@ class Tour:
         self.choose()
         self.open_prompt(PASSWORD, "prompt", "the prompt, the password is masked")
         self.progress()
+        self.traffic_and_limit()
+        self.open_prompt(PASSWORD, "prompt-filled-anew", "signing in again")
+        self.session.keys("enter")
+        self.wait_line(True)
         self.hang_up()
         self.wrong_password()
         self.cable_pulled()

@@ -21,6 +21,17 @@ void checkInvariants(World& world, Windows& windows) {
   EXPECT_TRUE(caption == "cancel" || caption == "Retry") << caption;
   EXPECT_FALSE(windows.form5.visible()) << "no splash is left behind";
   EXPECT_TRUE(main.visible());
+  if (main.requiredbyte < 1 && main.requiredtime < 1 && main.Timer1.enabled()) {
+    world.desktop.advance(50);
+    EXPECT_FALSE(main.Label12.visible()) << "no limit, no limit labels";
+  }
+  EXPECT_LE(main.requiredtime, 32760);
+  EXPECT_LE(main.requiredbyte, 32767);
+  EXPECT_TRUE(main.Label1.text().starts_with("Total bytes received: ")) << main.Label1.text();
+  if (windows.form6.loaded()) {
+    EXPECT_NE(windows.form6.Option1.checked(), windows.form6.Option2.checked());
+    EXPECT_EQ(windows.form6.Option1.checked(), windows.form6.Text1.enabled());
+  }
 }
 
 class RandomUser {
@@ -31,7 +42,12 @@ class RandomUser {
     Form1& main = windows_.form1;
     Form4& prompt = windows_.form4;
     frmStatus& status = windows_.statusForm;
-    const int what = pick(20);
+    Form6& limits = windows_.form6;
+    world_.dialogs.onMessage = [this](const std::string&) {
+      if (pick(2)) world_.desktop.advance(pick(3000));
+      return pick(2) ? kAnswerYes : kAnswerNo;
+    };
+    const int what = pick(24);
     world_.desktop.guarded([&] {
       switch (what) {
         case 0:
@@ -68,10 +84,19 @@ class RandomUser {
         case 17:
           world_.desktop.postMessage(pick(3) + 500, world_.desktop.registeredMessage, pick(0x2002), pick(2) ? 691 : 0);
           break;
+        case 18: main.Image3.click(); break;
+        case 19:
+        case 20:
+          if (limits.visible()) setLimit(limits);
+          break;
+        case 21:
+          if (limits.visible()) limits.Command2.click();
+          break;
+        case 22: moveCounters(); break;
         default: break;
       }
     });
-    world_.desktop.advance(pick(200));
+    world_.desktop.advance(pick(10) == 0 ? 5000 : pick(200));
   }
 
  private:
@@ -80,6 +105,19 @@ class RandomUser {
     world_.dialogs.onMenu = [this] { return static_cast<std::uint32_t>(pick(4)); };
     static_cast<ControlEvents&>(windows_.form1.ListView1).mousePressed(MouseButton::right, 1, 1);
     windows_.form1.ListView1.chooseRow(row);
+  }
+  void setLimit(Form6& limits) {
+    const char* inputs[] = {"1", "2", "50", "546", "547", "0", "-3", "", "abc", "32767", "99999", "1e9"};
+    (pick(2) ? limits.Option1 : limits.Option2).click();
+    limits.Text1.setText(inputs[pick(12)]);
+    limits.Text2.setText(inputs[pick(12)]);
+    limits.Command1.click();
+  }
+  void moveCounters() {
+    world_.interfaces.failure = pick(10) == 0 ? 5 : 0;
+    world_.interfaces.rows[1].type = pick(10) == 0 ? 23 : 6;
+    world_.interfaces.rows[1].received += random_() % (pick(10) == 0 ? 0xFFFFFFFFu : 30'000u);
+    world_.interfaces.rows[1].sent += random_() % 30'000;
   }
   void replaceEntry() {
     EntryChoices choices;

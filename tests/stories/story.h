@@ -10,24 +10,33 @@
 #include "dial_line.h"
 #include "line_dial_service.h"
 #include "memory_ports.h"
-#include "platform/fake/fake_dialogs.h"
-#include "platform/fake/fake_system.h"
-#include "platform/fake/headless_desktop.h"
-#include "platform/services.h"
+#include "platform/fake/fake_services.h"
 #include "ui/windows.h"
 
 namespace pelvaro {
 
+// The practice line with its ports.
+struct WorldsLine {
+  WorldsLine(line::Scenario scenario, line::LineCallbacks callbacks)
+      : line(line::firstPhonebook(), std::move(scenario), ports, std::move(callbacks)) {}
+
+  line::MemoryPorts ports;
+  line::DialLine line;
+  line::LineDialService ras{line};
+};
+
 // Everything below the windows; outlives the program, as the system does.
-class World {
+class World : public WorldsLine, public fake::FakeServices {
  public:
   explicit World(line::Scenario scenario = quickScenario())
-      : line(line::firstPhonebook(), std::move(scenario), ports, callbacks()), ras(line) {
+      : WorldsLine(std::move(scenario), callbacks(*this)), FakeServices(ras) {
     ports.plug("COM5", phone());
     ports.plug("COM7", phone());
-    desktop.onTime = [this](std::uint64_t now) { line.step(now); };
+    desktop.onTime = [this](std::uint64_t now) {
+      line.step(now);
+      clock.time = (timeAtStart + static_cast<int>(now / 1000)) % 86400;
+    };
     desktop.systemColours[19] = 0xF8E4D8;
-    dialogs.ending = [this] { return desktop.ended(); };
   }
 
   static line::Scenario quickScenario() {
@@ -41,28 +50,18 @@ class World {
     return *line::parsePhoneTable("AT+CGDCONT=* => OK\n", message);
   }
 
-  fake::Journal journal;
-  fake::HeadlessDesktop desktop;
-  line::MemoryPorts ports;
-  line::DialLine line;
-  line::LineDialService ras;
-  fake::FakeDialogs dialogs{journal};
-  fake::FakeEnvironment environment;
-  fake::FakeRegistry registry{journal};
-  fake::FakeTelephony telephony{journal};
-  Services services{ras, desktop, dialogs, environment, desktop, desktop, registry, telephony};
-
+  int timeAtStart = 12 * 3600;  // of day, in seconds
   // The notifications that reached the program, "state/error".
   std::vector<std::string> told;
   // The calls to the service but for the enumerations.
   std::vector<std::string> calls;
 
  private:
-  line::LineCallbacks callbacks() {
+  static line::LineCallbacks callbacks(World& world) {
     line::LineCallbacks result;
-    result.notify = [this](std::uintptr_t window, std::uint32_t state, std::uint32_t error) {
-      told.push_back(std::to_string(state) + "/" + std::to_string(error));
-      desktop.postMessage(window, desktop.registeredMessage, state, static_cast<std::intptr_t>(error));
+    result.notify = [&world](std::uintptr_t window, std::uint32_t state, std::uint32_t error) {
+      world.told.push_back(std::to_string(state) + "/" + std::to_string(error));
+      world.desktop.postMessage(window, world.desktop.registeredMessage, state, static_cast<std::intptr_t>(error));
     };
     result.save = [](const line::Phonebook&) { return true; };
     return result;

@@ -1,10 +1,11 @@
-// The small services for tests: environment, registry and telephony, planted and journalled.
+// The small services for tests: clock, environment, registry and telephony, planted and journalled.
 #pragma once
 
 #include <map>
 #include <string>
 #include <vector>
 
+#include "platform/clock.h"
 #include "platform/environment.h"
 #include "platform/fake/journal.h"
 #include "platform/registry.h"
@@ -12,9 +13,16 @@
 
 namespace pelvaro::fake {
 
+struct FakeClock : Clock {
+  int time = 12 * 3600;  // of day, in seconds
+  int secondsOfDay() override { return time; }
+};
+
 struct FakeEnvironment : Environment {
   std::string folder = "C:\\Pelvaro";
+  NumberStyle style;
   std::string programFolder() override { return folder; }
+  NumberStyle numberStyle() override { return style; }
 };
 
 struct FakeRegistry : Registry {

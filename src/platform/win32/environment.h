@@ -7,6 +7,7 @@ namespace pelvaro::win32 {
 
 struct SystemEnvironment : Environment {
   std::string programFolder() override;
+  NumberStyle numberStyle() override;
 };
 
 }  // namespace pelvaro::win32
