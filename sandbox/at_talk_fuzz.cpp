@@ -1,11 +1,13 @@
-// Any bytes as what a phone and the network answer, in any pieces; any bytes as what is written to a phone that any
-// table describes; any text as such a table or as a scenario. The first byte says which. Everything ends, and little is
-// kept of what is said.
+// Any bytes as what a phone and the network answer, in any pieces; any bytes as what is written to the port of a phone
+// that any table describes; any text as such a table or as a scenario. The first byte says which. Everything ends, and
+// little is kept of what is said.
 #include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "base/runtime_error.h"
+#include "memory_serial_port.h"
 #include "modem_dialogue.h"
 #include "phone.h"
 #include "scenario.h"
@@ -15,6 +17,7 @@ namespace {
 using namespace pelvaro::line;
 
 constexpr std::size_t kMostKept = 4096;
+constexpr std::size_t kMostSaid = 65536;
 constexpr std::size_t kLongestNumber = 1024;
 constexpr char kPieceEnd = '~', kFlood = '^', kCableOut = '!';
 constexpr std::size_t kFloodTimes = 64;
@@ -85,21 +88,36 @@ void talkWithModem(std::string_view text) {
 
 void checkTable(std::string_view text) {
   std::string message;
-  check(parsePhoneTable(text, message).has_value() == message.empty());
+  const auto table = parsePhoneTable(text, message);
+  check(table.has_value() == message.empty());
+  if (!table) return;
+  check(table->pace <= 1000);
+  for (const PhoneTable::Reply& reply : table->replies)
+    for (const std::string& line : reply.lines) check(line.size() <= kLongestNumber);
 }
 
 void talkToPhone(std::string_view text) {
   std::string message;
   auto table = parsePhoneTable(takePiece(text), message);
-  Phone phone(table ? std::move(*table) : PhoneTable());
+  MemoryPorts ports;
+  Phone& phone = ports.plug("COM5", table ? std::move(*table) : PhoneTable());
   const auto answer = parseAnswer(takePiece(text));
   if (answer) phone.switches().answer = *answer;
+  MemorySerialPort port(ports);
+  port.open(5, "115200,N,8,1");
   while (!text.empty()) {
-    phone.feed(takePiece(text));
+    port.write(takePiece(text));
+    check(port.read().size() <= (phone.pace() == 0 ? kMostSaid : 1));
     check(phone.number().size() <= kLongestNumber);
   }
-  phone.say("NO CARRIER");
+  ports.say("COM5", "NO CARRIER");
   check(phone.number().empty() && !phone.online());
+  ports.unplug("COM5");
+  try {
+    port.read();
+    check(false);
+  } catch (const pelvaro::RuntimeError&) {
+  }
 }
 
 void checkScenario(std::string_view text) {

@@ -1,8 +1,9 @@
-// Reading and writing numbers and fixed-width texts in the raw records of the dial-up service.
-// Used by the practice line only; where the fields lie is said by platform/ras_layout.h.
+// Reading and writing numbers and fixed-width texts in the raw records of the dial-up service, and what the line's text
+// files have in common. Used by the practice line only; where the fields lie is said by platform/ras_layout.h.
 #pragma once
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -45,6 +46,27 @@ inline std::string_view trimmed(std::string_view text) {
   const auto first = text.find_first_not_of(" \t");
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+// The longest text in a file.
+constexpr std::size_t kLongestText = 4096;
+
+// The text with each "%XX" replaced by the byte of that number. False when a '%' is followed by anything else, and when
+// the result is too long.
+inline bool unescape(std::string_view text, std::string& result) {
+  result.clear();
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '%') {
+      result += text[i];
+      continue;
+    }
+    unsigned value = 0;
+    const char* digits = text.data() + i + 1;
+    if (text.size() - i < 3 || std::from_chars(digits, digits + 2, value, 16).ptr != digits + 2) return false;
+    result += static_cast<char>(value);
+    i += 2;
+  }
+  return result.size() <= kLongestText;
 }
 
 }  // namespace pelvaro::line

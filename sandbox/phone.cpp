@@ -1,6 +1,7 @@
 #include "phone.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 
 #include "bytes.h"
@@ -9,6 +10,7 @@ namespace pelvaro::line {
 namespace {
 
 constexpr std::size_t kLongestLine = 1024;
+constexpr std::uint32_t kSlowestPace = 1000;
 
 struct NamedAnswer {
   Answer answer;
@@ -43,6 +45,35 @@ std::string withoutBlanks(std::string text) {
   return text;
 }
 
+bool readPace(std::string_view text, std::uint32_t& pace) {
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), pace);
+  return error == std::errc() && end == text.data() + text.size() && pace <= kSlowestPace;
+}
+
+// Takes one line of a table. Gives what is wrong with it, null when nothing is.
+const char* takeLine(std::string_view line, PhoneTable& table) {
+  if (line.size() > kLongestLine) return "longer than 1024 characters";
+  if (line == "echo on" || line == "echo off") {
+    table.echo = line == "echo on";
+    return nullptr;
+  }
+  constexpr std::string_view kPace = "pace ";
+  if (line.starts_with(kPace))
+    return readPace(trimmed(line.substr(kPace.size())), table.pace) ? nullptr : "a pace is 0 to 1000 milliseconds";
+  const auto arrow = line.find("=>");
+  if (arrow == std::string_view::npos || arrow == 0)
+    return "expected 'COMMAND => reply | reply', 'echo on' or 'pace 5'";
+  PhoneTable::Reply reply{withoutBlanks(lowered(trimmed(line.substr(0, arrow)))), {}};
+  for (std::string_view rest = trimmed(line.substr(arrow + 2)); !rest.empty();) {
+    const auto bar = rest.find('|');
+    if (!unescape(trimmed(rest.substr(0, bar)), reply.lines.emplace_back()))
+      return "a '%' needs two hexadecimal digits";
+    rest = bar == std::string_view::npos ? std::string_view() : rest.substr(bar + 1);
+  }
+  table.replies.push_back(std::move(reply));
+  return nullptr;
+}
+
 }  // namespace
 
 std::optional<PhoneTable> parsePhoneTable(std::string_view text, std::string& message) {
@@ -54,22 +85,10 @@ std::optional<PhoneTable> parsePhoneTable(std::string_view text, std::string& me
     if (line.ends_with('\r')) line.remove_suffix(1);
     line = trimmed(line);
     if (line.empty() || line.front() == '#') continue;
-    if (line == "echo on" || line == "echo off") {
-      table.echo = line == "echo on";
-      continue;
-    }
-    const auto arrow = line.find("=>");
-    if (arrow == std::string_view::npos || arrow == 0) {
-      message = "line " + std::to_string(number) + ": expected 'COMMAND => reply | reply' or 'echo on'";
+    if (const char* wrong = takeLine(line, table)) {
+      message = "line " + std::to_string(number) + ": " + wrong;
       return std::nullopt;
     }
-    PhoneTable::Reply reply{withoutBlanks(lowered(trimmed(line.substr(0, arrow)))), {}};
-    for (std::string_view rest = trimmed(line.substr(arrow + 2)); !rest.empty();) {
-      const auto bar = rest.find('|');
-      reply.lines.emplace_back(trimmed(rest.substr(0, bar)));
-      rest = bar == std::string_view::npos ? std::string_view() : rest.substr(bar + 1);
-    }
-    table.replies.push_back(std::move(reply));
   }
   return table;
 }
@@ -120,6 +139,13 @@ std::string Phone::line(const std::string& text) {
 
 std::string Phone::command(std::string_view text) {
   const std::string plain = withoutBlanks(lowered(text));
+  if (plain == "atz") echo_ = table_.echo;
+  for (const PhoneTable::Reply& reply : table_.replies) {
+    if (!fits(reply.command, plain)) continue;
+    std::string said;
+    for (const std::string& replyLine : reply.lines) said += framed(replyLine);
+    return said;
+  }
   if (plain.starts_with("atd")) return call(std::string(trimmed(text.substr(3))));
   if (plain == "ath" || plain == "ath0") return hangUp("OK");
   if (plain == "ate0" || plain == "ate1") {
@@ -127,13 +153,6 @@ std::string Phone::command(std::string_view text) {
     std::string reply = framed("OK");
     if (before && !echo_) reply = std::string(text) + "\r" + reply;  // this command itself is still echoed
     return reply;
-  }
-  if (plain == "atz") echo_ = table_.echo;
-  for (const PhoneTable::Reply& reply : table_.replies) {
-    if (!fits(reply.command, plain)) continue;
-    std::string said;
-    for (const std::string& replyLine : reply.lines) said += framed(replyLine);
-    return said;
   }
   return framed(plain == "at" || plain == "atz" ? "OK" : "ERROR");
 }

@@ -2,6 +2,7 @@
 // Used by phone_exchange on a real serial port and by tests without one. Never waits, never touches a port.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,14 +13,16 @@
 
 namespace pelvaro::line {
 
-// What a maker's phone says: a file of "COMMAND => line | line", "echo on|off" and comments behind '#'.
+// What a maker's phone says: a file of "COMMAND => line | line", "echo on|off", "pace MILLISECONDS" and comments behind
+// '#'. A byte that is no plain character is written %XX, and so are '%' and '|' in what is said.
 struct PhoneTable {
   struct Reply {
     std::string command;             // lower case, no blanks; a '*' at its end stands for any rest
     std::vector<std::string> lines;  // none: the phone says nothing
   };
   bool echo = true;
-  std::vector<Reply> replies;  // the first that fits is taken
+  std::uint32_t pace = 0;      // milliseconds between two bytes of what is said; 0: all of it comes at once
+  std::vector<Reply> replies;  // the first that fits is taken, before what every phone can do by itself
 };
 
 // Reads a phone's table. Nothing, and a message that names the line, when the text is not one.
@@ -53,6 +56,8 @@ class Phone {
   // Says a line of its own accord. "NO CARRIER" ends a call.
   std::string say(std::string_view text);
 
+  // How fast it speaks, in milliseconds a byte.
+  std::uint32_t pace() const { return table_.pace; }
   PhoneSwitches& switches() { return switches_; }
   const PhoneSwitches& switches() const { return switches_; }
   // The number being called or connected to; empty when there is no call.

@@ -2,10 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
 namespace pelvaro::line {
 namespace {
 
@@ -14,12 +10,6 @@ PhoneTable tableOf(std::string_view text) {
   auto table = parsePhoneTable(text, message);
   EXPECT_TRUE(table) << message;
   return table ? *table : PhoneTable();
-}
-
-PhoneTable makerTable(const std::string& name) {
-  std::ifstream file(std::filesystem::path(PELVARO_PHONES) / (name + ".phone"), std::ios::binary);
-  EXPECT_TRUE(file) << name;
-  return tableOf(std::string{std::istreambuf_iterator<char>(file), {}});
 }
 
 constexpr char kTable[] = "# a phone\nAT+CGMI => Maker | OK\nAT+CGDCONT=* => OK\nAT+CMUTE =>\n";
@@ -32,8 +22,33 @@ struct Talk {
 TEST(PhoneTable, DamageIsNamedWithItsLine) {
   std::string message;
   EXPECT_FALSE(parsePhoneTable("echo on\nAT OK\n", message));
-  EXPECT_EQ(message, "line 2: expected 'COMMAND => reply | reply' or 'echo on'");
-  EXPECT_FALSE(parsePhoneTable("=> OK", message));
+  EXPECT_EQ(message, "line 2: expected 'COMMAND => reply | reply', 'echo on' or 'pace 5'");
+  const std::string longLine = "AT => " + std::string(1019, 'x');
+  const std::string cases[][2] = {
+      {"=> OK", "line 1: expected 'COMMAND => reply | reply', 'echo on' or 'pace 5'"},
+      {"pace", "line 1: expected 'COMMAND => reply | reply', 'echo on' or 'pace 5'"},
+      {"pace 1001", "line 1: a pace is 0 to 1000 milliseconds"},
+      {"pace -1", "line 1: a pace is 0 to 1000 milliseconds"},
+      {"pace 5 ms", "line 1: a pace is 0 to 1000 milliseconds"},
+      {"\n\nAT => %4", "line 3: a '%' needs two hexadecimal digits"},
+      {"AT => %", "line 1: a '%' needs two hexadecimal digits"},
+      {"AT => a | %G0", "line 1: a '%' needs two hexadecimal digits"},
+      {longLine, "line 1: longer than 1024 characters"},
+  };
+  for (const auto& [text, expected] : cases) {
+    message.clear();
+    EXPECT_FALSE(parsePhoneTable(text, message)) << text;
+    EXPECT_EQ(message, expected);
+  }
+  EXPECT_TRUE(parsePhoneTable(longLine.substr(1), message));
+}
+
+TEST(PhoneTable, SaysEveryByteAndBlankLines) {
+  const PhoneTable table = tableOf("echo off\npace 7\nAT => | %00%ff%7C%25 | %20a%20 | |\n");
+  EXPECT_EQ(table.pace, 7u);
+  Phone phone(table);
+  const std::string middle = {'\0', '\xFF', '|', '%'};
+  EXPECT_EQ(phone.feed("AT\r"), "\r\n\r\n\r\n" + middle + "\r\n\r\n a \r\n\r\n\r\n");
 }
 
 TEST(Phone, AnswersCommandsWithTheirEcho) {
@@ -161,18 +176,13 @@ TEST(Phone, EndlessTextIsForgotten) {
   EXPECT_EQ(phone.feed("AT\r"), "AT\r\r\nOK\r\n");
 }
 
-TEST(Phone, EveryMakersTableNamesItsMaker) {
-  constexpr Talk kMakers[] = {{"nokia", "Nokia"},
-                              {"samsung", "SAMSUNG ELECTRONICS CO."},
-                              {"ericsson", "Sony Ericsson"},
-                              {"siemens", "SIEMENS"},
-                              {"motorola", "+CGMI: \"Motorola CE, Copyright 2000\""}};
-  for (const Talk& maker : kMakers) {
-    Phone phone(makerTable(maker.in));
-    phone.feed("ATE0\r");
-    EXPECT_EQ(phone.feed("AT+CGMI\r"), std::string("\r\n") + maker.out + "\r\n\r\nOK\r\n");
-    EXPECT_EQ(phone.feed("AT+CGDCONT=1,\"IP\",\"internet\"\r"), "\r\nOK\r\n");
-  }
+TEST(Phone, ATableGoesBeforeWhatEveryPhoneCan) {
+  Phone phone(tableOf("echo off\nATH => GONE | OK\nATD* => NO CARRIER\nATZ =>\n"));
+  EXPECT_EQ(phone.feed("ATH\r"), "\r\nGONE\r\n\r\nOK\r\n");
+  EXPECT_EQ(phone.feed("ATD1\r"), "\r\nNO CARRIER\r\n");
+  EXPECT_EQ(phone.number(), "");
+  phone.feed("ATE1\r");
+  EXPECT_EQ(phone.feed("ATZ\r"), "") << "and still brings the phone's own habit back";
 }
 
 }  // namespace

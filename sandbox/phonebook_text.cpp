@@ -12,7 +12,6 @@ constexpr char kHead[] =
     "; The phonebook of the practice line. Written whole by every change; keep its passwords practice ones.\n"
     "; A byte that is no plain character is written %XX. 'bytes OFFSET = HEX' holds what the readable lines do not "
     "say.\n";
-constexpr std::size_t kLongestText = 4096;
 constexpr std::size_t kBytesInLine = 32;
 constexpr std::string_view kSpecial = "%[]=;";  // they mean something outside of texts
 constexpr char kDigits[] = "0123456789ABCDEF";
@@ -37,21 +36,6 @@ template <class Number>
 bool parseNumber(std::string_view text, Number& value, int base) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
   return error == std::errc() && end == text.data() + text.size();
-}
-
-bool unescape(std::string_view text, std::string& result) {
-  result.clear();
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '%') {
-      result += text[i];
-      continue;
-    }
-    unsigned value = 0;
-    if (i + 2 >= text.size() || !parseNumber(text.substr(i + 1, 2), value, 16)) return false;
-    result += static_cast<char>(value);
-    i += 2;
-  }
-  return result.size() <= kLongestText;
 }
 
 bool parseHex(std::string_view text, Bytes& bytes) {

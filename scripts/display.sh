@@ -11,6 +11,7 @@ displayStart() {
   local dir number= i
   command -v Xvfb >/dev/null || fail "Xvfb is missing: run scripts/setup.sh first"
   dir=$(mktemp -d)
+  : >"$dir/number"
   Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$dir/number" </dev/null >"$dir/log" 2>&1 &
   displayServerPid=$!
   for ((i = 0; i < 200; i++)); do # the number, with its line end, is written when the display takes clients

@@ -2,7 +2,8 @@
 # Makes, or brings up to date, a Wine prefix with the practice line in it:
 #   scripts/practice_prefix.sh DIR [--kind practice|e2e] [--managed Y|N] [--dpi N] [--dlls FOLDER] [--fresh]
 # Its registry names the stand-in DLLs, so that the program runs in it untouched and without any environment. That of
-# iphlpapi.dll is for pelvaro.exe alone: Wine's own programs and DLLs need more of it than the stand-in has.
+# iphlpapi.dll is for pelvaro.exe alone: Wine's own programs and DLLs need more of it than the stand-in has. It also
+# names modem drivers, as an installation of each would, for the practice phones of known makers.
 # --managed Y is for a display with a window manager. --fresh throws an existing prefix away first.
 # Says nothing and is quick when nothing is to be done. Changed settings are seen by programs started later;
 # dpi and managed need a new server (wineStop in wine_prefix.sh).
@@ -25,8 +26,10 @@ while [ $# -gt 0 ]; do
 done
 [ -n "$dir" ] || fail "usage: scripts/practice_prefix.sh DIR [--managed Y|N] [--dpi N] [--fresh]"
 
+drivers=("Nokia 6230 USB Modem" "Samsung D500 USB Modem" "Sony Ericsson K700 USB Modem" "Siemens S65 USB Modem"
+  "Motorola V3 USB Modem" "Ericsson T39 Serial Modem")
 names=$(cd "$dlls" 2>/dev/null && ls -- *.dll 2>/dev/null | sed 's/\.dll$//' || true)
-wanted="$(echo $names) managed=$managed dpi=$dpi"
+wanted="$(echo $names) managed=$managed dpi=$dpi drivers=${drivers[*]}"
 stamp="$dir/.pelvaro-practice"
 
 # A DLL that is no longer there would leave its override behind.
@@ -52,6 +55,8 @@ if [ "$(cat "$stamp" 2>/dev/null)" != "$wanted" ]; then
     printf '\n[HKEY_CURRENT_USER\\Software\\Wine\\X11 Driver]\n"Managed"="%s"\n' "$managed"
     printf '\n[HKEY_CURRENT_USER\\Control Panel\\Desktop]\n"LogPixels"=dword:%08x\n' "$dpi"
     printf '\n[HKEY_CURRENT_USER\\Software\\Wine\\Fonts]\n"LogPixels"=dword:%08x\n' "$dpi"
+    printf '\n[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Unimodem\\DeviceSpecific\\%s]\n' \
+      "${drivers[@]}"
   } | winePrefixSet "$dir"
   printf '%s\n' "$wanted" >"$stamp"
 fi

@@ -2,7 +2,7 @@
 #
 #   winePrefixMake DIR KIND   DIR becomes a clone of the template unless it is one already.
 #                             KIND: test (windows without a display), practice, e2e
-#   winePrefixSet DIR         registry settings from standard input (REGEDIT4 text, HKEY_CURRENT_USER only)
+#   winePrefixSet DIR         registry settings from standard input (REGEDIT4 text, of the user and the machine)
 #   winePrefixRemove DIR      ends its server and deletes it
 #   wineStart DIR             a server and its services, detached, so that no caller's pipe is held open
 #   wineStop DIR              ends the server and all its programs
@@ -29,7 +29,7 @@ wineStart() {
   wineAlive "$1" || fail "the Wine server of $1 does not start"
 }
 
-# Settings go straight into the file of a prefix that sleeps, and through the registry editor when it is awake.
+# Settings go straight into the files of a prefix that sleeps, and through the registry editor when it is awake.
 winePrefixSet() {
   if wineAlive "$1"; then
     local text
@@ -39,7 +39,11 @@ winePrefixSet() {
       { rm -f "$text"; fail "the registry of $1 cannot be changed"; }
     rm -f "$text"
   else
-    sed -e '/^REGEDIT4/d' -e '/^\[/s/\\/\\\\/g' -e 's/^\[HKEY_CURRENT_USER\\\\/[/' >>"$1/user.reg"
+    awk -v user="$1/user.reg" -v machine="$1/system.reg" '
+      /^\[HKEY_CURRENT_USER/ { file = user }
+      /^\[HKEY_LOCAL_MACHINE/ { file = machine }
+      /^\[/ { sub(/^\[[A-Z_]*\\/, "["); gsub(/\\/, "&&") }
+      file { print >>file }'
   fi
 }
 

@@ -1,11 +1,13 @@
 #include "exchange.h"
 
+#include <algorithm>
 #include <charconv>
 #include <fstream>
 #include <iterator>
 #include <system_error>
 
 #include "bytes.h"
+#include "speech.h"
 
 namespace pelvaro::line {
 namespace fs = std::filesystem;
@@ -15,9 +17,12 @@ struct Exchange::Line {
   std::string table;
   std::unique_ptr<Pty> pty;
   std::unique_ptr<Phone> phone;
+  Speech speech{0};
 };
 
 namespace {
+
+constexpr std::uint32_t kLongestWait = 250;
 
 // "com5" and "COM5" are COM5; ports from COM3 to COM16 can have a phone. Empty for anything else.
 std::string portName(std::string_view text) {
@@ -47,7 +52,7 @@ std::string shown(const std::string& bytes) {
     else if (c == '\r')
       text += text.empty() || text.back() == ' ' ? "" : " ";
     else if (c != '\n')
-      text += static_cast<unsigned char>(c) < 0x20 ? '?' : c;
+      text += c < 0x20 || c > 0x7E ? '?' : c;
   }
   return std::string(trimmed(text));
 }
@@ -103,18 +108,29 @@ std::vector<int> Exchange::descriptors() const {
   return all;
 }
 
-void Exchange::serve() {
+int Exchange::serve(std::uint64_t nowMs) {
+  std::uint32_t wait = kLongestWait;
   for (const auto& [port, line] : lines_) {
     if (!line->pty) continue;
-    const std::string heard = line->pty->read();
-    if (heard.empty()) continue;
-    const bool atPassword = line->phone->awaitsPassword();
-    const std::string said = line->phone->feed(heard);
-    if (heard.find(kLineDropped) != std::string::npos) line->pty->forget();
-    line->pty->write(said);
-    print_(port + " < " + (atPassword ? "(a password)" : shown(heard)));
-    if (!said.empty()) print_(port + " > " + shown(said));
+    listen(port, *line);
+    line->pty->write(line->speech.take(nowMs));
+    if (line->speech.speaking()) wait = std::min(wait, line->speech.pace());
   }
+  return static_cast<int>(wait);
+}
+
+void Exchange::listen(const std::string& port, Line& line) {
+  const std::string heard = line.pty->read();
+  if (heard.empty()) return;
+  const bool atPassword = line.phone->awaitsPassword();
+  const std::string said = line.phone->feed(heard);
+  if (heard.find(kLineDropped) != std::string::npos) {
+    line.speech.clear();
+    line.pty->forget();
+  }
+  line.speech.add(said);
+  print_(port + " < " + (atPassword ? "(a password)" : shown(heard)));
+  if (!said.empty()) print_(port + " > " + shown(said));
 }
 
 Exchange::Line* Exchange::plugged(const std::string& port) {
@@ -140,6 +156,7 @@ bool Exchange::plug(const std::string& port, const std::string& table) {
     return refuse(error.what());
   }
   line->phone = std::make_unique<Phone>(std::move(*parsed));
+  line->speech = Speech(line->phone->pace());
   if (!placeLink(port, line->pty->path())) return false;
   print_(port + " plugged " + table + " " + line->pty->path());
   lines_[port] = std::move(line);
@@ -185,7 +202,7 @@ bool Exchange::login(const std::string& port, const std::string& user, const std
 bool Exchange::say(const std::string& port, const std::string& text) {
   Line* line = plugged(port);
   if (!line) return false;
-  line->pty->write(line->phone->say(text));
+  line->speech.add(line->phone->say(text));
   print_(port + " > " + text);
   return true;
 }

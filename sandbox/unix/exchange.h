@@ -2,6 +2,7 @@
 // Used by the phone_exchange program, which owns the waiting.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -29,13 +30,15 @@ class Exchange {
   bool command(std::string_view line);
   // The phones' descriptors, for poll().
   std::vector<int> descriptors() const;
-  // Lets every phone hear and answer what was written to it.
-  void serve();
+  // Lets every phone hear what was written to it and say what it has to say by now. Gives how many milliseconds the
+  // next call can wait when nothing is written meanwhile.
+  int serve(std::uint64_t nowMs);
   // Whether the last command was carried out.
   bool understood() const { return understood_; }
 
  private:
   struct Line;
+  void listen(const std::string& port, Line& line);
   Line* plugged(const std::string& port);
   bool plug(const std::string& port, const std::string& table);
   bool unplug(const std::string& port);

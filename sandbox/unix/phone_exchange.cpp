@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -83,6 +84,11 @@ struct CommandInput {
   }
 };
 
+std::uint64_t now() {
+  using namespace std::chrono;
+  return static_cast<std::uint64_t>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+}
+
 void print(const std::string& text) {
   std::printf("%s\n", text.c_str());
   std::fflush(stdout);
@@ -99,20 +105,21 @@ void run(Exchange& exchange, const Options& options) {
     else
       inputs.push_back({descriptor});
   }
+  int wait = 0;
   while (!stopped && (options.with == 0 || ::kill(options.with, 0) == 0 || errno == EPERM)) {
     const std::vector<int> phones = exchange.descriptors();
     std::vector<pollfd> waited;
     waited.reserve(inputs.size() + phones.size());
     for (const CommandInput& input : inputs) waited.push_back({input.descriptor, POLLIN, 0});
     for (const int descriptor : phones) waited.push_back({descriptor, POLLIN, 0});
-    if (::poll(waited.data(), waited.size(), 250) <= 0) continue;
-    exchange.serve();
+    if (::poll(waited.data(), waited.size(), wait) < 0) continue;
     for (std::size_t i = inputs.size(); i-- > 0;) {
       if (waited[i].revents == 0) continue;
       bool ended = false;
       if (!inputs[i].serve(exchange, ended)) return;
       if (ended) inputs.erase(inputs.begin() + static_cast<std::ptrdiff_t>(i));
     }
+    wait = exchange.serve(now());
   }
 }
 
