@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 . scripts/common.sh
 scripts/setup.sh
 scripts/build.sh
-cmake --build build/win32 --target bare_window process_bench poll_bench >build/bench.log 2>&1 || fail "see build/bench.log"
+cmake --build build/win32 --target bare_window process_bench poll_bench probe_bench >build/bench.log 2>&1 || fail "see build/bench.log"
 . scripts/wine_prefix.sh
 . scripts/display.sh
 
@@ -33,6 +33,34 @@ judge() { # COMMAND...
   missed=$((missed + bad))
 }
 run() { judge env WINEPREFIX="$prefix" "$WINELOADER" "$@"; }
+phones=
+plugIn() { # COM5=nokia...
+  build/native/practice/phone_exchange --prefix "$prefix" --control "$prefix/phones.ctl" --with-pid $$ "$@" \
+    </dev/null >build/bench.phones 2>&1 &
+  phones=$!
+  for ((i = 0; i < 200; i++)); do
+    ! grep -q '^ready' build/bench.phones || return 0
+    sleep 0.05
+  done
+  fail "the phones do not start: see build/bench.phones"
+}
+plugOut() {
+  [ -z "$phones" ] || { kill "$phones" 2>/dev/null; wait "$phones" || true; }
+  phones=
+}
+# The whole program without a screen, 604,800 ticks of the traffic timer with everything checked after each.
+week() {
+  { [ -f build/bench/build.ninja ] || cmake --preset bench; cmake --build build/bench --target stories_test; } \
+    >build/bench.log 2>&1 || fail "see build/bench.log"
+  local before after verdict=kept
+  before=$(date +%s%N)
+  build/bench/tests/stories/stories_test --gtest_brief=1 --gtest_filter='Story.AWeek*' >build/bench.log 2>&1 ||
+    verdict=MISSED
+  after=$(date +%s%N)
+  [ $(((after - before) / 1000000)) -lt 2000 ] || verdict=MISSED
+  echo "a week of ticks: $(((after - before) / 1000000)) ms (below 2000): $verdict"
+  [ "$verdict" = kept ]
+}
 exeSize() {
   local size verdict=kept
   size=$(stat -c %s build/dist/pelvaro.exe)
@@ -41,7 +69,14 @@ exeSize() {
   [ "$verdict" = kept ]
 }
 
+judge week
 run build/win32/bench/poll_bench.exe
+run build/win32/bench/probe_bench.exe absent
+plugIn COM5=nokia
+run build/win32/bench/probe_bench.exe phone
+echo 'answer COM5 mute' >"$prefix/phones.ctl"
+run build/win32/bench/probe_bench.exe silent
+plugOut
 # Under Wine every call to its server wakes another process. On one core that costs what it costs; across cores it is
 # mostly the machine's wake-up time, on a virtual machine many times a call's own. Both are judged.
 echo "on one core:"

@@ -10,7 +10,9 @@
 #include "platform/win32/event_loop.h"
 #include "platform/win32/form_window.h"
 #include "platform/win32/interface_table.h"
+#include "platform/win32/processes.h"
 #include "platform/win32/registry.h"
+#include "platform/win32/serial_port.h"
 #include "platform/win32/telephony.h"
 #include "ui/windows.h"
 
@@ -47,9 +49,12 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   win32::SystemDialogs dialogs(screen);
   win32::SystemEnvironment environment;
   win32::SystemInterfaceTable interfaces;
+  win32::SystemProcesses processes;
   win32::SystemRegistry registry;
+  win32::SystemSerialPort serial;
   win32::SystemTelephony telephony;
-  Services services{clock, ras, dialWindow, dialogs, environment, loop, screen, interfaces, registry, telephony};
+  Services services{clock,  ras,        dialWindow, dialogs,  environment, loop,
+                    screen, interfaces, processes,  registry, serial,      telephony};
   Windows windows(services);
   loop.guarded([&] { windows.form1.show(); });
   loop.run();

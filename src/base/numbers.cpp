@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "base/runtime_error.h"
+#include "base/text.h"
 
 namespace pelvaro {
 
@@ -28,6 +29,32 @@ std::size_t digitsFrom(std::string_view text, std::size_t at) {
   return at;
 }
 
+// The number at the text's beginning, behind blanks, and where it ends: 0 and 0 when there is none.
+double scanNumber(std::string_view text, std::size_t& end) {
+  const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
+  std::size_t at = begin;
+  if (at < text.size() && (text[at] == '-' || text[at] == '+')) ++at;
+  const std::size_t whole = at;
+  at = digitsFrom(text, at);
+  std::size_t digits = at - whole;
+  if (at < text.size() && text[at] == '.') {
+    const std::size_t decimals = digitsFrom(text, at + 1);
+    digits += decimals - at - 1;
+    at = decimals;
+  }
+  end = 0;
+  if (digits == 0) return 0;
+  if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+    std::size_t exponent = at + 1;
+    if (exponent < text.size() && (text[exponent] == '-' || text[exponent] == '+')) ++exponent;
+    const std::size_t last = digitsFrom(text, exponent);
+    if (last > exponent) at = last;
+  }
+  end = at;
+  // The program never leaves the C locale, so the point is a point.
+  return std::strtod(std::string(text.substr(begin, at - begin)).c_str(), nullptr);
+}
+
 }  // namespace
 
 std::int32_t add32(std::int32_t a, std::int32_t b) { return fitting<std::int32_t>(static_cast<double>(a) + b); }
@@ -39,26 +66,15 @@ std::int32_t toInt32(double value) { return fitting<std::int32_t>(std::nearbyint
 std::int32_t roundedForText(double value) { return fitting<std::int32_t>(std::round(value)); }
 
 double leadingNumber(std::string_view text) {
-  const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
-  std::size_t at = begin;
-  if (at < text.size() && (text[at] == '-' || text[at] == '+')) ++at;
-  const std::size_t whole = at;
-  at = digitsFrom(text, at);
-  std::size_t digits = at - whole;
-  if (at < text.size() && text[at] == '.') {
-    const std::size_t end = digitsFrom(text, at + 1);
-    digits += end - at - 1;
-    at = end;
-  }
-  if (digits == 0) return 0;
-  if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
-    std::size_t exponent = at + 1;
-    if (exponent < text.size() && (text[exponent] == '-' || text[exponent] == '+')) ++exponent;
-    const std::size_t end = digitsFrom(text, exponent);
-    if (end > exponent) at = end;
-  }
-  // The program never leaves the C locale, so the point is a point.
-  return std::strtod(std::string(text.substr(begin, at - begin)).c_str(), nullptr);
+  std::size_t end = 0;
+  return scanNumber(text, end);
+}
+
+std::uint8_t toByte(std::string_view text) {
+  std::size_t end = 0;
+  const double value = scanNumber(text, end);
+  if (end == 0 || !trimmed(text.substr(end)).empty()) throw RuntimeError(13, "Type mismatch");
+  return fitting<std::uint8_t>(std::nearbyint(value));
 }
 
 std::string grouped(std::int32_t value, const NumberStyle& style) {

@@ -106,6 +106,30 @@ TEST(LeadingNumber, OfFourHundredDigitsIsTooLargeForEveryConversion) {
   EXPECT_EQ(leadingNumber(std::string(400, '0') + "7"), 7);
 }
 
+TEST(ToByte, TakesWholeNumbersFromEndToEnd) {
+  EXPECT_EQ(toByte("0"), 0);
+  EXPECT_EQ(toByte("255"), 255);
+  EXPECT_EQ(toByte(" 12 "), 12);
+  EXPECT_EQ(toByte("007"), 7);
+  EXPECT_EQ(toByte("1e2"), 100);
+  EXPECT_EQ(toByte("254.5"), 254);
+}
+
+TEST(ToByte, RefusesWhatIsNoNumberOrDoesNotFit) {
+  for (const char* text : {"", " ", "a", "12a", "1 2", "-", "0x10", "1,5", "\t1"}) {
+    try {
+      toByte(text);
+      ADD_FAILURE() << text;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.number(), 13) << text;
+      EXPECT_EQ(error.description(), "Type mismatch");
+    }
+  }
+  expectOverflow([] { toByte("256"); });
+  expectOverflow([] { toByte("-1"); });
+  expectOverflow([] { toByte("1e400"); });
+}
+
 TEST(Grouped, FollowsTheLocalesGroups) {
   const struct {
     std::int32_t value;

@@ -34,6 +34,7 @@ enum class ControlKind {
   checkBox,
   textBox,
   passwordBox,
+  comboBox,  // a drop-down list; its text is that of the selected entry, so its caption is empty
   listView,
   animation,
 };
@@ -59,6 +60,8 @@ enum class Picture {
   hangUp,
   limits,
   signIn,
+  cable,
+  driver,
   dialing,
   failed,
   listEntry,
@@ -78,7 +81,8 @@ struct ControlLayout {
   TextStyle style = TextStyle::plain;
   Picture picture = Picture::none;
   bool visible = true;
-  bool leftRule = false;  // a hairline at the left edge
+  bool leftRule = false;   // a hairline at the left edge
+  bool clickable = false;  // of a label: it hears clicks, as a mark's own label does
 };
 
 // A form: its class is "Pelvaro." and the name. Controls stand in tab order, a label before the box it names.
@@ -104,7 +108,8 @@ struct ControlEvents {
   virtual void mouseReleased(MouseButton, int /*x*/, int /*y*/) {}
   // A list row was chosen by the user, or was chosen already and clicked again.
   virtual void itemClicked() {}
-  // The text of a list cell, for a list that keeps its rows above; column 0 is the item's own text.
+  // The text of a list cell, for a list that keeps its rows above; column 0 is the item's own text. A combo box
+  // takes the text of a row over when that is new.
   virtual std::string_view cellText(int /*row*/, int /*column*/) { return {}; }
 };
 
@@ -119,7 +124,8 @@ struct ControlPeer {
   virtual void setColours(Colours colours) = 0;
   virtual void setPicture(Picture picture, Look look) = 0;
   virtual void focus() = 0;
-  // List views: how many rows there are now, and the selected one (-1 for none). Neither raises an event.
+  // List views and combo boxes: how many rows there are now, and the selected one (-1 for none). Neither raises an
+  // event. A combo box with fewer rows than before has nothing selected.
   virtual void setRowCount(int /*count*/) {}
   virtual int selectedRow() { return -1; }
   virtual void selectRow(int /*row*/) {}

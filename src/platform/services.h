@@ -11,7 +11,9 @@ struct Environment;
 struct EventLoop;
 struct FormFactory;
 struct InterfaceTable;
+struct Processes;
 struct Registry;
+struct SerialPort;
 struct Telephony;
 
 struct Services {
@@ -23,7 +25,9 @@ struct Services {
   EventLoop& loop;
   FormFactory& forms;
   InterfaceTable& interfaces;
+  Processes& processes;
   Registry& registry;
+  SerialPort& serial;
   Telephony& telephony;
 };
 

@@ -55,7 +55,8 @@ void accessary::applyColourScheme(Form& form) {
     switch (control->layout().kind) {
       case ControlKind::commandButton: control->setColours(button); break;
       case ControlKind::textBox:
-      case ControlKind::passwordBox: control->setColours(input); break;
+      case ControlKind::passwordBox:
+      case ControlKind::comboBox: control->setColours(input); break;
       case ControlKind::listView: control->setColours({input.background, surface.text}); break;
       default: control->setColours(surface); break;
     }

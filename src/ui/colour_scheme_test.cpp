@@ -5,6 +5,7 @@
 #include "platform/fake/fake_dial_service.h"
 #include "platform/fake/fake_services.h"
 #include "ui/controls/checkable.h"
+#include "ui/controls/combo_box.h"
 #include "ui/controls/form.h"
 
 namespace pelvaro {
@@ -35,9 +36,10 @@ constexpr ControlLayout kControls[] = {
     {.name = "Check1", .kind = ControlKind::checkBox, .caption = "", .place = {0, 48, 90, 24}},
     {.name = "Text1", .kind = ControlKind::textBox, .caption = "", .place = {0, 72, 90, 24}},
     {.name = "Command1", .kind = ControlKind::commandButton, .caption = "", .place = {0, 96, 90, 28}},
+    {.name = "Combo1", .kind = ControlKind::comboBox, .caption = "", .place = {0, 124, 90, 24}},
 };
 const FormLayout kLayout{
-    .name = "Sample", .title = "Sample", .width = 90, .height = 124, .controls = kControls, .rules = {}};
+    .name = "Sample", .title = "Sample", .width = 90, .height = 148, .controls = kControls, .rules = {}};
 
 struct ColourScheme : testing::Test {
   fake::Journal calls;
@@ -50,6 +52,7 @@ struct ColourScheme : testing::Test {
   CheckBox Check1{form, "Check1"};
   TextBox Text1{form, "Text1"};
   CommandButton Command1{form, "Command1"};
+  ComboBox Combo1{form, "Combo1"};
 
   static void expect(const Colours& colours, Colour background, Colour text) {
     EXPECT_EQ(colours.background, background);
@@ -65,6 +68,7 @@ TEST_F(ColourScheme, LabelsOptionButtonsAndCheckBoxesHaveTheColoursOfTheSurface)
     expect(control->colours(), 0xC8D0D4, kNavy);
   }
   expect(Text1.colours(), 0xFFFFFF, 0x1A1A1A);
+  expect(Combo1.colours(), 0xFFFFFF, 0x1A1A1A);
   expect(Command1.colours(), 0xFFFFFF, kNavy);
 }
 
@@ -72,7 +76,8 @@ TEST_F(ColourScheme, AHighContrastSchemeWins) {
   fakes.desktop.contrast = true;
   fakes.desktop.systemColours = {{5, 0x000000}, {8, 0xFFFFFF}, {15, 0x101010}, {18, 0xF0F0F0}};
   accessary::applyColourScheme(form);
-  for (const Control* control : {&Label1, static_cast<Control*>(&Option1), static_cast<Control*>(&Check1), &Text1}) {
+  for (const Control* control : {&Label1, static_cast<Control*>(&Option1), static_cast<Control*>(&Check1), &Text1,
+                                 static_cast<Control*>(&Combo1)}) {
     expect(control->colours(), 0x000000, 0xFFFFFF);
   }
   expect(Command1.colours(), 0x101010, 0xF0F0F0);

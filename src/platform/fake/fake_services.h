@@ -3,6 +3,8 @@
 
 #include "platform/fake/fake_dialogs.h"
 #include "platform/fake/fake_interface_table.h"
+#include "platform/fake/fake_processes.h"
+#include "platform/fake/fake_serial_port.h"
 #include "platform/fake/fake_system.h"
 #include "platform/fake/headless_desktop.h"
 #include "platform/services.h"
@@ -10,16 +12,24 @@
 namespace pelvaro::fake {
 
 struct FakeServices {
-  explicit FakeServices(DialService& ras)
+  // Services that a test brings itself.
+  struct Own {
+    FormFactory* forms = nullptr;
+    SerialPort* serial = nullptr;
+  };
+  explicit FakeServices(DialService& ras) : FakeServices(ras, Own()) {}
+  FakeServices(DialService& ras, Own own)
       : services{.clock = clock,
                  .ras = ras,
                  .dialWindow = desktop,
                  .dialogs = dialogs,
                  .environment = environment,
                  .loop = desktop,
-                 .forms = desktop,
+                 .forms = own.forms ? *own.forms : desktop,
                  .interfaces = interfaces,
+                 .processes = processes,
                  .registry = registry,
+                 .serial = own.serial ? *own.serial : serial,
                  .telephony = telephony} {
     dialogs.ending = [this] { return desktop.ended(); };
   }
@@ -32,7 +42,9 @@ struct FakeServices {
   FakeDialogs dialogs{journal};
   FakeEnvironment environment;
   FakeInterfaceTable interfaces;
+  FakeProcesses processes{journal};
   FakeRegistry registry{journal};
+  FakeSerialPort serial{journal};
   FakeTelephony telephony{journal};
   Services services;
 };

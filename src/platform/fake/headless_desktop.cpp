@@ -147,6 +147,7 @@ void HeadlessDesktop::advance(int milliseconds) {
 }
 
 void HeadlessDesktop::yield() {
+  if (yieldTakes > 0 && !ended_) advance(yieldTakes);
   runQueue();
   runDue();
   if (ended_) throw ProgramEnded{};

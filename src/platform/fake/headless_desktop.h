@@ -25,6 +25,7 @@ class HeadlessDesktop : public EventLoop, public FormFactory, public DialEventWi
   std::map<int, Colour> systemColours;
   bool contrast = false;
   std::uint32_t registeredMessage = 50000;
+  int yieldTakes = 0;  // milliseconds that pass in a yield
 
   std::uint64_t now() const { return now_; }
   bool ended() const { return ended_; }

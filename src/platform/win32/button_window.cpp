@@ -9,6 +9,8 @@ namespace pelvaro::win32 {
 namespace {
 
 constexpr int kPictureSize = 32, kPictureTop = 8, kCaptionTop = 40, kCaptionBottom = 60;
+// Of a button that is too low for that: its picture stands before the caption.
+constexpr int kLowButton = 48, kSidePictureSize = 24, kSidePictureLeft = 6, kSideCaptionLeft = 36;
 constexpr int kPictureRadius = 4, kButtonRadius = 3, kFocusInset = 4, kMarkGlyph = 10;
 
 }  // namespace
@@ -39,32 +41,19 @@ void ButtonWindow::command(WORD notification) {
   if (notification == BN_CLICKED) loop_.guarded([this] { events_.clicked(); });
 }
 
-void ButtonWindow::mouseMoved(LPARAM position) {
-  if (!hovered_) {
-    hovered_ = true;
-    TRACKMOUSEEVENT track{};
-    track.cbSize = sizeof track;
-    track.dwFlags = TME_LEAVE;
-    track.hwndTrack = window_;
-    ::TrackMouseEvent(&track);
-    repaint();
-  }
-  loop_.guarded([&] { events_.mouseMoved(MouseButton::none, GET_X_LPARAM(position), GET_Y_LPARAM(position)); });
-}
-
-void ButtonWindow::mouseLeft() {
-  hovered_ = false;
-  repaint();
-  // The pointer may leave the form with it, and only a move over the form gives the pictures their rest.
-  if (isPicture()) loop_.guarded([this] { formEvents_.mouseMoved(MouseButton::none, 0, 0); });
-}
-
 LRESULT ButtonWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   const int x = GET_X_LPARAM(lParam);
   const int y = GET_Y_LPARAM(lParam);
   switch (number) {
-    case WM_MOUSEMOVE: mouseMoved(lParam); break;
-    case WM_MOUSELEAVE: mouseLeft(); break;
+    case WM_MOUSEMOVE:
+      hover(true);
+      loop_.guarded([&] { events_.mouseMoved(MouseButton::none, x, y); });
+      break;
+    case WM_MOUSELEAVE:
+      hover(false);
+      // The pointer may leave the form with it, and only a move over the form gives the pictures their rest.
+      if (isPicture()) loop_.guarded([this] { formEvents_.mouseMoved(MouseButton::none, 0, 0); });
+      break;
     case WM_LBUTTONDBLCLK: number = WM_LBUTTONDOWN; [[fallthrough]];  // the second of two quick clicks is a click too
     case WM_LBUTTONDOWN: loop_.guarded([&] { events_.mousePressed(MouseButton::left, x, y); }); break;
     case WM_LBUTTONUP: loop_.guarded([&] { events_.mouseReleased(MouseButton::left, x, y); }); break;
@@ -141,6 +130,15 @@ void ButtonWindow::drawFace(HDC dc, const RECT& area, bool pressed) {
 }
 
 void ButtonWindow::drawContent(HDC dc, RECT area, COLORREF colour) {
+  const UINT line = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS;
+  if (isPicture() && layout_.place.height < kLowButton) {
+    const int size = scaled(kSidePictureSize);
+    const LONG left = area.left + scaled(kSidePictureLeft);
+    const LONG top = area.top + (area.bottom - area.top - size) / 2;
+    paintPicture(dc, metrics_, picture_, {left, top, left + size, top + size}, !enabled());
+    area.left += scaled(kSideCaptionLeft);
+    return paintText(dc, text_, area, metrics_.font(), colour, line);
+  }
   if (isPicture()) {
     const int size = scaled(kPictureSize);
     const LONG left = area.left + ((area.right - area.left) - size) / 2;
@@ -150,7 +148,7 @@ void ButtonWindow::drawContent(HDC dc, RECT area, COLORREF colour) {
     area.top = above + scaled(kCaptionTop);
     area.bottom = above + scaled(kCaptionBottom);
   }
-  paintText(dc, text_, area, metrics_.font(), colour, DT_SINGLELINE | DT_VCENTER | DT_CENTER | DT_END_ELLIPSIS);
+  paintText(dc, text_, area, metrics_.font(), colour, line | DT_CENTER);
 }
 
 void ButtonWindow::drawMark(HDC dc, const RECT& area, bool pressed) {

@@ -22,15 +22,12 @@ class ButtonWindow : public ControlWindow {
   struct Face;
   bool isPicture() const { return layout_.kind == ControlKind::pictureButton; }
   bool isMark() const { return layout_.kind == ControlKind::closeMark || layout_.kind == ControlKind::minimiseMark; }
-  void mouseMoved(LPARAM position);
-  void mouseLeft();
   void drawMark(HDC dc, const RECT& area, bool pressed);
   void drawFace(HDC dc, const RECT& area, bool pressed);
   void drawContent(HDC dc, RECT area, COLORREF colour);
   void tellTooltip(UINT message);
   void textChanged();
 
-  bool hovered_ = false;
   bool hasTooltip_ = false;
   bool default_ = false;
 };

@@ -1,6 +1,7 @@
 // Which native control each kind of control is.
 #include "platform/win32/animation_window.h"
 #include "platform/win32/button_window.h"
+#include "platform/win32/combo_box_window.h"
 #include "platform/win32/label_window.h"
 #include "platform/win32/list_view_window.h"
 #include "platform/win32/option_window.h"
@@ -23,6 +24,7 @@ std::shared_ptr<ControlWindow> create(const ControlLayout& layout, ControlEvents
     case ControlKind::checkBox: return std::make_shared<OptionWindow>(layout, events, surroundings);
     case ControlKind::textBox:
     case ControlKind::passwordBox: return std::make_shared<TextBoxWindow>(layout, events, surroundings);
+    case ControlKind::comboBox: return std::make_shared<ComboBoxWindow>(layout, events, surroundings);
     case ControlKind::listView: return std::make_shared<ListViewWindow>(layout, events, surroundings);
     case ControlKind::animation: return std::make_shared<AnimationWindow>(layout, events, surroundings);
   }

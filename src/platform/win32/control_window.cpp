@@ -102,6 +102,14 @@ void ControlWindow::drawNow(HDC given) {
   if (!given) ::EndPaint(window_, &painting);
 }
 
+void ControlWindow::hover(bool over) {
+  if (hovered_ == over) return;
+  hovered_ = over;
+  TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, window_, 0};
+  if (over) ::TrackMouseEvent(&track);
+  repaint();
+}
+
 LRESULT ControlWindow::message(UINT number, WPARAM wParam, LPARAM lParam) { return passOn(number, wParam, lParam); }
 
 void ControlWindow::setText(const std::string& text) { ::SetWindowTextA(window_, text.c_str()); }

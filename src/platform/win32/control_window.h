@@ -67,6 +67,8 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   LRESULT passOnUnseen(UINT number, WPARAM wParam, LPARAM lParam);
   // Answers WM_PAINT and WM_PRINTCLIENT with draw(); they may bring a device context.
   void drawNow(HDC given);
+  // For kinds that look different under the pointer: it moves over the control, or has left it.
+  void hover(bool over);
   // Draws anew soon; on a form that is not shown there is nothing to draw yet.
   void repaint() const {
     if (formShown_) ::InvalidateRect(window_, nullptr, FALSE);
@@ -92,6 +94,7 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   Colours colours_{0xFFFFFF, 0};
   Picture picture_;
   Look look_ = Look::normal;
+  bool hovered_ = false;
 
  private:
   static LRESULT CALLBACK procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam);

@@ -297,6 +297,10 @@ LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case DM_GETDEFID:
       if (const HWND button = child(layout_.defaultButton)) return MAKELRESULT(::GetDlgCtrlID(button), DC_HASDEFID);
       return 0;
+    case WM_SYSCOMMAND:
+      // The Alt key alone: there is no menu bar, and the platform would draw over the form in looking for it.
+      if ((wParam & 0xFFF0) == SC_KEYMENU && lParam == 0) return 0;
+      break;
     case WM_CLOSE: screen_.loop().guarded([this] { events_.closeRequested(); }); return 0;
     case WM_SYSCOLORCHANGE:
     case WM_SETTINGCHANGE:

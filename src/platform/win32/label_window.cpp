@@ -16,7 +16,12 @@ constexpr UINT kOneLine = DT_SINGLELINE | DT_VCENTER;
 
 LabelWindow::LabelWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings)
     : ControlWindow(layout, events, surroundings) {
-  create("STATIC", SS_OWNERDRAW);
+  create("STATIC", SS_OWNERDRAW | (layout.clickable ? SS_NOTIFY : 0));
+}
+
+void LabelWindow::command(WORD notification) {
+  // The second of two quick clicks is a click too.
+  if (notification == STN_CLICKED || notification == STN_DBLCLK) loop_.guarded([this] { events_.clicked(); });
 }
 
 LRESULT LabelWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {

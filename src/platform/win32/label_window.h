@@ -1,5 +1,6 @@
 // Labels and resting pictures: a static control that is drawn here. It lets the mouse through, so that the form is
-// moved by it too. https://learn.microsoft.com/windows/win32/controls/static-controls
+// moved by it too, unless the layout makes it clickable.
+// https://learn.microsoft.com/windows/win32/controls/static-controls
 #pragma once
 
 #include "platform/win32/control_window.h"
@@ -9,6 +10,7 @@ namespace pelvaro::win32 {
 class LabelWindow : public ControlWindow {
  public:
   LabelWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings);
+  void command(WORD notification) override;
   void draw(DRAWITEMSTRUCT& item) override;
 
  protected:

@@ -9,6 +9,7 @@
 #include "platform/win32/control_window.h"
 #include "platform/win32/form_window.h"
 #include "platform/win32/paint.h"
+#include "platform/win32/window_drawing.h"
 
 namespace pelvaro::win32 {
 namespace {
@@ -49,38 +50,6 @@ struct Events : FormEvents, ControlEvents {
     ++clicks;
     if (onClick) onClick();
   }
-};
-
-// What a control draws, by itself and not on the screen.
-struct Drawing {
-  Drawing(HWND window, int width, int height) {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    bitmap = ::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    before = ::SelectObject(dc, bitmap);
-    ::SendMessageA(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
-  }
-  ~Drawing() {
-    ::SelectObject(dc, before);
-    ::DeleteObject(bitmap);
-    ::DeleteDC(dc);
-  }
-  Drawing(const Drawing&) = delete;
-  Drawing& operator=(const Drawing&) = delete;
-  COLORREF at(int x, int y) const { return ::GetPixel(dc, x, y); }
-  int count(COLORREF colour, int width, int height) const {
-    int found = 0;
-    for (int i = 0; i < width * height; ++i) found += at(i % width, i / width) == colour;
-    return found;
-  }
-  HDC dc = ::CreateCompatibleDC(nullptr);
-  HBITMAP bitmap;
-  HGDIOBJ before;
 };
 
 // The rim of a circle is mixed with what lies behind it.
@@ -315,7 +284,7 @@ TEST_F(Options, AChangeOfStateIsDrawnWithTheNextPaintAndByUs) {
 
 TEST_F(Options, AnOptionIsACircleWithADotAtTheLeftEdge) {
   const int middle = screen.metrics().scaled(12), size = screen.metrics().scaled(16);
-  const auto look = [&](int x, int y) { return Drawing(Option1, 200, 60).at(x, y); };
+  const auto look = [&](int x, int y) { return WindowDrawing(Option1, 200, 60).at(x, y); };
   const int top = middle - size / 2;
   EXPECT_EQ(look(size / 2, middle), palette::kWhite);
   EXPECT_EQ(look(1, top + 1), kSurface) << "round, on the colour of the form";
@@ -331,27 +300,27 @@ TEST_F(Options, AnOptionIsACircleWithADotAtTheLeftEdge) {
 TEST_F(Options, TheFocusIsSeenWithAndWithoutACaption) {
   const int size = screen.metrics().scaled(16);
   for (const HWND window : {Option3, Check1}) {
-    EXPECT_EQ(Drawing(window, size, size).count(palette::kText, size, size), 0);
+    EXPECT_EQ(WindowDrawing(window, size, size).count(palette::kText), 0);
     ::SetFocus(window);
-    EXPECT_GT(Drawing(window, size, size).count(palette::kText, size, size), 2 * size);
+    EXPECT_GT(WindowDrawing(window, size, size).count(palette::kText), 2 * size);
   }
 }
 
 TEST_F(Options, ACheckBoxIsASquareWithATick) {
   const int size = screen.metrics().scaled(16);
-  EXPECT_EQ(Drawing(Check1, size, size).count(kInk, size, size), 0);
-  EXPECT_GT(Drawing(Check1, size, size).count(palette::kWhite, size, size), size * size / 2);
+  EXPECT_EQ(WindowDrawing(Check1, size, size).count(kInk), 0);
+  EXPECT_GT(WindowDrawing(Check1, size, size).count(palette::kWhite), size * size / 2);
   controls["Check1"]->setChecked(true);
-  EXPECT_GT(Drawing(Check1, size, size).count(kInk, size, size), size / 2);
+  EXPECT_GT(WindowDrawing(Check1, size, size).count(kInk), size / 2);
   ::SendMessageA(Check1, BM_SETSTATE, TRUE, 0);
-  EXPECT_EQ(Drawing(Check1, size, size).at(size / 4, size / 4), palette::kButtonPressed);
+  EXPECT_EQ(WindowDrawing(Check1, size, size).at(size / 4, size / 4), palette::kButtonPressed);
 }
 
 TEST_F(Options, ADisabledTextBoxHasTheDisabledGroundAndMutedText) {
   RECT area{};
   ::GetClientRect(Text2, &area);
   const int width = static_cast<int>(area.right), height = static_cast<int>(area.bottom);
-  const auto count = [&](COLORREF colour) { return Drawing(Text2, width, height).count(colour, width, height); };
+  const auto count = [&](COLORREF colour) { return WindowDrawing(Text2, width, height).count(colour); };
   EXPECT_GT(count(0xFFFFFF), width * height / 2);
   EXPECT_GT(count(kInputText), 0);
   controls["Text2"]->setEnabled(false);

@@ -48,14 +48,6 @@ void OptionWindow::chooseNext(bool back) {
   if (!isMarked(next)) ::SendMessageA(next, BM_CLICK, 0, 0);
 }
 
-void OptionWindow::hover(bool over) {
-  if (hovered_ == over) return;
-  hovered_ = over;
-  TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, window_, 0};
-  if (over) ::TrackMouseEvent(&track);
-  repaint();
-}
-
 LRESULT OptionWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   switch (number) {
     case WM_ERASEBKGND: return 1;

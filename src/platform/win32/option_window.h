@@ -19,12 +19,9 @@ class OptionWindow : public ControlWindow {
 
  private:
   bool isOption() const { return layout_.kind == ControlKind::optionButton; }
-  void hover(bool over);
   void chooseNext(bool back);
   void placeTabStop();
   void drawMark(HDC dc, const RECT& box, COLORREF ink);
-
-  bool hovered_ = false;
 };
 
 }  // namespace pelvaro::win32

@@ -67,6 +67,14 @@ double squaredDistance(Point p, Point from, Point to) {
   return square(p.x - from.x - along * dx) + square(p.y - from.y - along * dy);
 }
 
+// Two strokes that meet in a corner, in a square box.
+void angle(HDC dc, const RECT& box, COLORREF colour, double halfStroke, Point from, Point corner, Point to) {
+  smooth(dc, box, colour, [&](double x, double y) {
+    const Point p{x, y};
+    return std::min(squaredDistance(p, from, corner), squaredDistance(p, corner, to)) <= square(halfStroke);
+  });
+}
+
 // The width that a line of text takes when it is drawn. Wine draws some small fonts from their bitmaps and measures
 // them by their outlines, up to a tenth apart, so a right-aligned text would end before its edge or be cut there.
 LONG drawnWidth(HDC dc, std::string_view text) {
@@ -148,12 +156,11 @@ void discFace(HDC dc, const RECT& box, COLORREF face, COLORREF edge, int width) 
 }
 
 void tick(HDC dc, const RECT& box, COLORREF colour) {
-  constexpr Point kLeft{0.27, 0.52}, kBottom{0.43, 0.68}, kRight{0.74, 0.33};
-  constexpr double kHalfStroke = 0.065;
-  smooth(dc, box, colour, [&](double x, double y) {
-    const Point p{x, y};
-    return std::min(squaredDistance(p, kLeft, kBottom), squaredDistance(p, kBottom, kRight)) <= square(kHalfStroke);
-  });
+  angle(dc, box, colour, 0.065, {0.27, 0.52}, {0.43, 0.68}, {0.74, 0.33});
+}
+
+void arrowDown(HDC dc, const RECT& box, COLORREF colour) {
+  angle(dc, box, colour, 0.05, {0.25, 0.375}, {0.5, 0.625}, {0.75, 0.375});
 }
 
 void dotted(HDC dc, const RECT& area, COLORREF colour) {
@@ -173,6 +180,11 @@ void paintText(HDC dc, std::string_view what, RECT area, HFONT font, COLORREF co
   ::SetTextColor(dc, colour);
   placeLine(dc, what, area, format);
   ::DrawTextA(dc, what.data(), static_cast<int>(what.size()), &area, format | DT_NOPREFIX);
+}
+
+LONG textWidth(HDC dc, std::string_view what, HFONT font) {
+  const Selected withFont(dc, font);
+  return drawnWidth(dc, what);
 }
 
 void paintPicture(HDC dc, ScreenMetrics& metrics, Picture what, const RECT& area, bool muted) {

@@ -57,10 +57,14 @@ void disc(HDC dc, const RECT& box, COLORREF colour);
 void discFace(HDC dc, const RECT& box, COLORREF face, COLORREF edge, int width);
 // A check mark in the middle of a square box.
 void tick(HDC dc, const RECT& box, COLORREF colour);
+// An arrow head that points down, in the middle of a square box.
+void arrowDown(HDC dc, const RECT& box, COLORREF colour);
 // A dotted outline, one pixel wide.
 void dotted(HDC dc, const RECT& area, COLORREF colour);
 // A text without "&" marks, laid by DrawText's `format`.
 void paintText(HDC dc, std::string_view what, RECT area, HFONT font, COLORREF colour, UINT format);
+// The width that a line of text takes when it is painted.
+LONG textWidth(HDC dc, std::string_view what, HFONT font);
 // An icon in the middle of `area`, muted for a disabled control.
 void paintPicture(HDC dc, ScreenMetrics& metrics, Picture what, const RECT& area, bool muted);
 

@@ -13,5 +13,7 @@
 #define PELVARO_ICON_LIST_ENTRY 9
 #define PELVARO_ICON_CONNECTED 10
 #define PELVARO_ICON_DISCONNECTED 11
+#define PELVARO_ICON_CABLE 12
+#define PELVARO_ICON_DRIVER 13
 // Added to a button's icon: the variant for the disabled button.
 #define PELVARO_ICON_MUTED 100

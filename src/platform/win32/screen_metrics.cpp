@@ -20,6 +20,8 @@ int resourceId(Picture picture, bool muted) {
     case Picture::hangUp: id = PELVARO_ICON_HANG_UP; break;
     case Picture::limits: id = PELVARO_ICON_LIMITS; break;
     case Picture::signIn: id = PELVARO_ICON_SIGN_IN; break;
+    case Picture::cable: id = PELVARO_ICON_CABLE; break;
+    case Picture::driver: id = PELVARO_ICON_DRIVER; break;
     case Picture::dialing: id = PELVARO_ICON_DIALING; break;
     case Picture::failed: id = PELVARO_ICON_FAILED; break;
     case Picture::listEntry: id = PELVARO_ICON_LIST_ENTRY; break;

@@ -43,7 +43,7 @@ void CheckBox::setChecked(bool checked) {
 
 // On a screen the system changes the mark before it reports the click.
 void CheckBox::click() {
-  if (takesClicks()) setChecked(!checked());
+  if (takesClicks() && visible()) setChecked(!checked());
 }
 
 }  // namespace pelvaro

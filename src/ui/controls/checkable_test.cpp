@@ -3,10 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "platform/fake/fake_dial_service.h"
 #include "platform/fake/fake_services.h"
+#include "ui/controls/fake_control_screen.h"
 #include "ui/controls/form.h"
 
 namespace pelvaro {
@@ -22,48 +21,14 @@ const FormLayout kLayout{
     .name = "Sample", .title = "Sample", .width = 90, .height = 96, .controls = kControls, .rules = {}};
 
 // A control on a screen: scripts change its mark, and the system does before it reports a click.
-struct Peer : ControlPeer {
-  Peer(const ControlLayout& l, ControlEvents& e) : layout(l), events(e) {}
-  const ControlLayout& layout;
-  ControlEvents& events;
-  std::string caption = layout.caption;
+struct Peer : fake::FakeControl {
+  using FakeControl::FakeControl;
   bool mark = false;
-  bool enabled = true;
-
-  const std::string& text() override { return caption; }
-  void setText(const std::string& text) override { caption = text; }
-  void setVisible(bool) override {}
-  void setEnabled(bool on) override { enabled = on; }
-  void setColours(Colours) override {}
-  void setPicture(Picture, Look) override {}
-  void focus() override {}
   bool checked() override { return mark; }
   void setChecked(bool checked) override { mark = checked; }
 };
 
-struct Screen : FormFactory {
-  std::map<std::string, std::shared_ptr<Peer>> peers;  // of the one form
-
-  struct Window : FormPeer {
-    explicit Window(Screen& s) : screen(s) {}
-    Screen& screen;
-    std::shared_ptr<ControlPeer> createControl(const ControlLayout& layout, ControlEvents& events) override {
-      return screen.peers[layout.name] = std::make_shared<Peer>(layout, events);
-    }
-    std::unique_ptr<TimerPeer> createTimer(TimerEvents&) override { return nullptr; }
-    void setColours(Colours) override {}
-    void destroy() override {}
-    void show(bool) override {}
-    void hide() override {}
-    void moveBy(int, int) override {}
-    void minimise() override {}
-  };
-  std::shared_ptr<FormPeer> createForm(const FormLayout&, FormEvents&) override {
-    return std::make_shared<Window>(*this);
-  }
-  Colour systemColour(int) override { return 0; }
-  bool highContrast() override { return false; }
-
+struct Screen : fake::FakeControlScreen<Peer> {
   void userClicks(const std::string& name) {
     Peer& clicked = *peers.at(name);
     if (clicked.layout.kind == ControlKind::checkBox) {
@@ -99,16 +64,13 @@ struct SampleForm : Form {
 };
 
 struct Sample {
-  explicit Sample(bool onScreen) : forms(onScreen ? static_cast<FormFactory&>(screen) : fakes.desktop) {}
+  explicit Sample(bool onScreen) : fakes(ras, {.forms = onScreen ? &screen : nullptr}) {}
   fake::Journal calls;
   fake::FakeDialService ras{calls};
-  fake::FakeServices fakes{ras};
   Screen screen;
-  FormFactory& forms;
-  Services services{fakes.clock,   ras,   fakes.desktop,    fakes.dialogs,  fakes.environment,
-                    fakes.desktop, forms, fakes.interfaces, fakes.registry, fakes.telephony};
+  fake::FakeServices fakes;
   FormGroup group;
-  SampleForm form{services, group};
+  SampleForm form{fakes.services, group};
 };
 
 // With a screen and without.

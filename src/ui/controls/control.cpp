@@ -73,7 +73,7 @@ void Control::focus() {
   if (peer_) peer_->focus();
 }
 
-bool Control::takesClicks() const { return form_.loaded() && visible_ && enabled_; }
+bool Control::takesClicks() const { return form_.loaded() && enabled_; }
 
 void Control::clicked() {
   if (takesClicks()) raiseClick();

@@ -1,5 +1,5 @@
 // Control: what all controls of a form share: a text, a place in the layout, visible and enabled, colours, a click.
-// The kinds with more to them derive from it (list_view.h, image.h, checkable.h, animation.h).
+// The kinds with more to them derive from it (list_view.h, combo_box.h, image.h, checkable.h, animation.h).
 #pragma once
 
 #include <functional>
@@ -21,9 +21,9 @@ class Control : public ControlEvents {
   Control& operator=(const Control&) = delete;
 
   // The text as the screen has it. Loads the form if needed.
-  const std::string& text();
+  virtual const std::string& text();
   // Writes the text; nothing happens on the screen when it has that text already.
-  void setText(std::string_view text);
+  virtual void setText(std::string_view text);
 
   bool visible();
   void setVisible(bool visible);
@@ -36,7 +36,9 @@ class Control : public ControlEvents {
   const ControlLayout& layout() const { return layout_; }
 
   // The user's click, as a test makes it: does nothing while disabled or not visible.
-  virtual void click() { clicked(); }
+  virtual void click() {
+    if (visible_) clicked();
+  }
   std::function<void()> onClick;
 
  protected:
@@ -44,8 +46,9 @@ class Control : public ControlEvents {
   void touch();
   ControlPeer* peer() { return peer_.get(); }
   const Form& form() const { return form_; }
+  // Hidden ones do: a script's message reaches them.
   bool takesClicks() const;
-  // The user's click, as a screen reports it.
+  // The click, as a screen reports it.
   void clicked() override;
   void raiseClick() const {
     if (onClick) onClick();

@@ -1,0 +1,106 @@
+// The check of a modem device on the system's serial ports. Ends with 1 when a limit is missed.
+//   probe_bench absent   no port from COM3 to COM16 exists
+//   probe_bench phone    a Nokia on COM5 that answers at once, beside the bare dialogue in the same run
+//   probe_bench silent   a port among them on which nobody answers
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "devices/probe.h"
+#include "limits.h"
+#include "platform/win32/event_loop.h"
+#include "platform/win32/serial_port.h"
+
+namespace {
+
+using namespace pelvaro;
+
+const std::vector<std::string> kKeys = {"Samsung D500 USB Modem", "Siemens S65 Modem", "Nokia 6230 USB Modem"};
+constexpr const char* kDevice = "Nokia 6230";
+
+double milliseconds(const std::function<void()>& what) {
+  LARGE_INTEGER begin, end, frequency;
+  ::QueryPerformanceFrequency(&frequency);
+  ::QueryPerformanceCounter(&begin);
+  what();
+  ::QueryPerformanceCounter(&end);
+  return 1e3 * static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+// Writes a command and polls until the answer is there: on every pass the pending messages, then a read that gives at
+// once what has come.
+bool ask(HANDLE port, const char* command, std::string& answer) {
+  DWORD count = 0;
+  ::WriteFile(port, command, static_cast<DWORD>(std::strlen(command)), &count, nullptr);
+  for (int i = 0; i < 5001; ++i) {
+    MSG message;
+    while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageA(&message);
+    char block[4096];
+    if (!::ReadFile(port, block, sizeof block, &count, nullptr)) return false;
+    answer.append(block, count);
+    if (answer.find("OK") != std::string::npos) return true;
+  }
+  return false;
+}
+
+// Open, two commands, close: what a check cannot do without.
+bool bareDialogue() {
+  const HANDLE port = ::CreateFileA("\\\\.\\COM5", GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (port == INVALID_HANDLE_VALUE) return false;
+  DCB state{};
+  state.DCBlength = sizeof state;
+  COMMTIMEOUTS timeouts{};
+  timeouts.ReadIntervalTimeout = MAXDWORD;
+  std::string greeting, maker;
+  const bool answered = ::GetCommState(port, &state) && ::BuildCommDCBA("115200,N,8,1", &state) &&
+                        ::SetCommState(port, &state) && ::SetCommTimeouts(port, &timeouts) &&
+                        ::PurgeComm(port, PURGE_RXCLEAR) && ask(port, "AT\r\n", greeting) &&
+                        ask(port, "AT+cgmi\r\n", maker) && maker.find("Nokia") != std::string::npos;
+  ::CloseHandle(port);
+  return answered;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  const std::string what = count == 2 ? arguments[1] : "";
+  win32::SystemSerialPort port;
+  win32::MessageLoop loop;
+  devices::Probe probe(port, loop);
+  bool found = false;
+  const auto check = [&] { found = probe.validateDevice(kDevice, kKeys); };
+  Limits limits;
+  if (what == "absent") {
+    std::vector<double> times(31);
+    for (double& time : times) time = milliseconds(check);
+    limits.judge(!found && *std::max_element(times.begin(), times.end()) < 10,
+                 "check of 14 absent ports: %.2f ms, the slowest of 31 %.2f ms (below 10)", median(times),
+                 *std::max_element(times.begin(), times.end()));
+  } else if (what == "phone") {
+    std::vector<double> ours, reference;
+    bool answered = true;
+    for (int i = 0; i < 101; ++i) {  // alternately, so that both see the same machine
+      reference.push_back(milliseconds([&] { answered = bareDialogue() && answered; }));
+      ours.push_back(milliseconds(check));
+      answered = found && answered;
+    }
+    const double ratio = median(ours) / median(reference);
+    limits.judge(answered && ratio <= 1.50,
+                 "phone found: %.2f ms, the bare dialogue %.2f ms, ratio %.2f (at most 1.50, all answered: %s)",
+                 median(ours), median(reference), ratio, answered ? "yes" : "no");
+  } else if (what == "silent") {
+    const double time = milliseconds(check);
+    std::printf("check with a silent port: %.0f ms for its 5001 polls\n", time);
+  } else {
+    return std::fprintf(stderr, "usage: probe_bench absent | phone | silent\n"), 2;
+  }
+  return limits.exitCode();
+}

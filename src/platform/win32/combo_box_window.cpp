@@ -1,0 +1,131 @@
+#include "platform/win32/combo_box_window.h"
+
+#include <string>
+
+#include "platform/win32/paint.h"
+
+namespace pelvaro::win32 {
+
+namespace {
+
+constexpr int kArrowSize = 16, kArrowRight = 4;  // at 96 dpi; the arrow stands in a square
+
+}  // namespace
+
+ComboBoxWindow::ComboBoxWindow(const ControlLayout& layout, ControlEvents& events,
+                               const ControlSurroundings& surroundings)
+    : ControlWindow(layout, events, surroundings) {
+  create("COMBOBOX", CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | WS_VSCROLL | WS_TABSTOP);
+  useFont();
+  // The platform makes the box higher than it is told, by an amount of its own.
+  const RECT place = metrics_.scaled(layout.place);
+  const LONG height = place.bottom - place.top;
+  constexpr auto kBox = static_cast<WPARAM>(-1);
+  ::SendMessageA(window_, CB_SETITEMHEIGHT, kBox, height);
+  ::SendMessageA(window_, CB_SETITEMHEIGHT, kBox, 2 * height - client().bottom);
+  list_.emplace(window_, events_, metrics_, colours_);
+}
+
+void ComboBoxWindow::setRowCount(int count) {
+  auto row = static_cast<int>(::SendMessageA(window_, CB_GETCOUNT, 0, 0));
+  if (count < row) {
+    ::SendMessageA(window_, CB_RESETCONTENT, 0, 0);
+    row = 0;
+  }
+  for (; row < count; ++row) {
+    const std::string text(events_.cellText(row, 0));
+    ::SendMessageA(window_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+  }
+}
+
+void ComboBoxWindow::command(WORD notification) {
+  switch (notification) {
+    case CBN_SELCHANGE:
+      chosen_ = platformsRow();
+      repaint();
+      loop_.guarded([this] { events_.clicked(); });
+      break;
+    case CBN_DROPDOWN:
+      chosen_ = platformsRow();
+      list_->fit();
+      break;
+    case CBN_CLOSEUP: repaint(); break;
+    default: break;
+  }
+}
+
+LRESULT ComboBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
+  switch (number) {
+    case WM_ERASEBKGND: return 1;
+    case WM_PAINT:
+    case WM_PRINTCLIENT: drawNow(reinterpret_cast<HDC>(wParam)); return 0;
+    case WM_CTLCOLORLISTBOX: return reinterpret_cast<LRESULT>(ground(reinterpret_cast<HDC>(wParam)));
+    case WM_MOUSEMOVE: hover(true); break;
+    case WM_MOUSELEAVE: hover(false); break;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_ENABLE: repaint(); break;
+    case WM_SYSKEYDOWN:
+      if (wParam != VK_F4) break;  // with Alt it is for the form; some systems' boxes would keep it to themselves
+      return ::DefWindowProcA(window_, number, wParam, lParam);
+    case CB_SETCURSEL:
+    case CB_SELECTSTRING:
+    case CB_RESETCONTENT: {
+      const LRESULT result = passOnUnseen(number, wParam, lParam);  // the platform would draw at once
+      chosen_ = platformsRow();
+      return result;
+    }
+    default: break;
+  }
+  return passOn(number, wParam, lParam);
+}
+
+// The platform has rows drawn, and at times the text in the box, which is drawn with all around it.
+void ComboBoxWindow::draw(DRAWITEMSTRUCT& item) {
+  if (item.CtlType == ODT_COMBOBOX && !(item.itemState & ODS_COMBOBOXEDIT)) {
+    list_->drawRow(item);
+  } else {
+    drawBox(item.hDC);
+  }
+}
+
+void ComboBoxWindow::drawBox(HDC target) {
+  const RECT area = client();
+  const Canvas canvas(target, area);
+  const HDC dc = canvas.dc();
+  const bool contrast = metrics_.highContrast();
+  COLORREF face = colours_.background;
+  COLORREF edge = palette::kEdge;
+  COLORREF ink = colours_.text;
+  COLORREF arrow = palette::kText;
+  int width = metrics_.lineWidth();
+  if (!enabled()) {
+    face = palette::kDisabledInput;
+    edge = palette::kHairline;
+    ink = arrow = palette::kMuted;
+  } else if (hovered_ || dropped()) {
+    face = palette::kButtonHover;
+    edge = palette::kAccent;
+  }
+  if (focused()) {
+    edge = palette::kAccent;
+    width = metrics_.ringWidth();
+  }
+  if (contrast) {
+    face = colours_.background;
+    ink = arrow = enabled() ? colours_.text : ::GetSysColor(COLOR_GRAYTEXT);
+    edge = focused() ? ::GetSysColor(COLOR_HIGHLIGHT) : ink;
+    if (hovered_ || focused()) width = metrics_.ringWidth();
+  }
+  fill(dc, area, face);
+  frame(dc, area, edge, width);
+  const LONG size = scaled(kArrowSize);
+  const LONG left = area.right - scaled(kArrowRight) - size;
+  const LONG top = (area.bottom - size) / 2;
+  arrowDown(dc, {left, top, left + size, top + size}, arrow);
+  const RECT place{scaled(kComboPadding), 0, left, area.bottom};
+  paintText(dc, events_.cellText(selectedRow(), 0), place, metrics_.font(), ink,
+            DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
+}
+
+}  // namespace pelvaro::win32
