@@ -7,6 +7,7 @@
 namespace pelvaro::layouts {
 
 extern const FormLayout kForm1;
+extern const FormLayout kForm2;
 extern const FormLayout kForm4;
 extern const FormLayout kForm5;
 extern const FormLayout kForm6;

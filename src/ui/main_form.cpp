@@ -54,6 +54,10 @@ Form1::Form1(Windows& windows, Services& services, FormGroup& group)
       traffic_(services.interfaces) {
   wireButtons();
   Image2.onClick = [this] { connectOrHangUp(); };
+  Image1.onClick = [this] {
+    windows_.form2.open(false);
+    refreshList();
+  };
   Image3.onClick = [this] { windows_.form6.show(); };
   Label3.onClick = [this] { unload(); };
   Label6.onClick = [this] { minimise(); };
@@ -212,10 +216,11 @@ void Form1::readSelectedEntry() {
 }
 
 void Form1::popupMenu() {
-  constexpr std::uint32_t kDelete = 2;
+  constexpr std::uint32_t kEdit = 1, kDelete = 2;
   const std::uint32_t chosen = accessary::popupMenu(services().dialogs, {"Edit", "Delete"});
   // The menu takes the release of the button for itself; without this the next arrow key would open it again.
   rightClick_ = false;
+  if (chosen == kEdit) windows_.form2.open(true);
   if (chosen == kDelete) deleteSelected();
 }
 

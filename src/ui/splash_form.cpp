@@ -12,7 +12,7 @@ namespace pelvaro {
 
 Form5::Form5(Windows& windows, Services& services, FormGroup& group)
     : ProgramForm(services, group, layouts::kForm5), windows_(windows) {
-  closeMark.onClick = [this] { hide(); };
+  closeMark.onClick = [this] { dismiss(); };
 }
 
 void Form5::onLoad() {
@@ -30,6 +30,12 @@ void Form5::onActivate() {
     windows_.form4.hide();
   }
   if (std::exchange(untilActivated_, false)) hide();
+}
+
+// By the user, who does not want to wait for the phones that are being asked.
+void Form5::dismiss() {
+  windows_.form2.stopProbe();
+  hide();
 }
 
 void Form5::showUntilActivated() {

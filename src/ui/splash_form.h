@@ -30,10 +30,12 @@ class Form5 : public ProgramForm {
  protected:
   void onLoad() override;
   void onActivate() override;
-  void onClose() override { hide(); }
-  void onEscape() override { hide(); }
+  void onClose() override { dismiss(); }
+  void onEscape() override { dismiss(); }
 
  private:
+  void dismiss();
+
   Windows& windows_;
   bool untilActivated_ = false;
 };

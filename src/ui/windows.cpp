@@ -4,6 +4,7 @@ namespace pelvaro {
 
 Windows::Windows(Services& services)
     : form1(*this, services, group_),
+      form2(*this, services, group_),
       form4(*this, services, group_),
       form5(*this, services, group_),
       form6(*this, services, group_),

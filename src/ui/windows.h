@@ -6,6 +6,7 @@
 
 #include "dialer/dial_context.h"
 #include "dialer/dial_form.h"
+#include "ui/connection_form.h"
 #include "ui/credentials_form.h"
 #include "ui/limitation_form.h"
 #include "ui/main_form.h"
@@ -22,6 +23,7 @@ struct Windows : private DialerScreen {
   void setMode(const std::string& text);
 
   Form1 form1;
+  Form2 form2;
   Form4 form4;
   Form5 form5;
   Form6 form6;

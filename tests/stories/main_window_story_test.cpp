@@ -103,11 +103,22 @@ TEST_F(MainWindow, EndingTheProgramBehindAQuestionUnwindsWhoAsked) {
   EXPECT_EQ(world.journal.lines().size(), 1u) << "asked, and not called";
 }
 
-TEST_F(MainWindow, TheAddButtonDoesNothingYetAndKeepsTheSelection) {
+TEST_F(MainWindow, AddOpensTheEditorAndRefillsTheListAtOnce) {
   leftClick(1);
+  world.line.deleteEntry(nullptr, "Work");
   user([this] { main().Image1.click(); });
+  EXPECT_TRUE(windows->form2.visible());
+  EXPECT_EQ(main().ListView1.count(), 2);
+  EXPECT_EQ(main().ListView1.selectedRow(), -1);
+}
+
+TEST_F(MainWindow, TheMenusEditOpensTheEditorOfTheSelectedEntry) {
+  world.dialogs.onMenu = [] { return 1u; };
+  rightClick(1);
+  EXPECT_TRUE(windows->form2.visible());
+  EXPECT_EQ(windows->form2.Command1.text(), "Modify");
+  EXPECT_EQ(windows->form2.Text1.text(), "Home");
   EXPECT_EQ(main().ListView1.selectedRow(), 1);
-  EXPECT_EQ(world.desktop.formsVisible(), 1);
 }
 
 TEST_F(MainWindow, AnEmptyPhonebookGivesAnEmptyListAndADisabledImage) {

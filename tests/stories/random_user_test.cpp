@@ -47,7 +47,8 @@ class RandomUser {
       if (pick(2)) world_.desktop.advance(pick(3000));
       return pick(2) ? kAnswerYes : kAnswerNo;
     };
-    const int what = pick(24);
+    Form2& editor = windows_.form2;
+    const int what = pick(32);
     world_.desktop.guarded([&] {
       switch (what) {
         case 0:
@@ -93,6 +94,34 @@ class RandomUser {
           if (limits.visible()) limits.Command2.click();
           break;
         case 22: moveCounters(); break;
+        case 23: main.Image1.click(); break;
+        case 24:
+          world_.dialogs.onMenu = [] { return 1u; };
+          static_cast<ControlEvents&>(main.ListView1).mousePressed(MouseButton::right, 1, 1);
+          main.ListView1.chooseRow(pick(4));
+          break;
+        case 25:
+          if (editor.visible()) fillEditor(editor);
+          break;
+        case 26:
+          if (editor.visible()) editor.Command1.click();
+          break;
+        case 27:
+          if (editor.visible()) (pick(2) ? editor.Option1 : editor.Option2).click();
+          break;
+        case 28:
+          if (editor.visible()) editor.Check1.click();
+          break;
+        case 29:
+          if (editor.visible()) editor.Command4.click();
+          break;
+        case 30:
+          if (editor.visible()) editor.Combo3.chooseItem(pick(2));
+          if (editor.visible()) editor.Combo1.chooseItem(pick(3));
+          break;
+        case 31:
+          if (editor.loaded()) editor.Command3.click();
+          break;
         default: break;
       }
     });
@@ -112,6 +141,15 @@ class RandomUser {
     limits.Text1.setText(inputs[pick(12)]);
     limits.Text2.setText(inputs[pick(12)]);
     limits.Command1.click();
+  }
+  void fillEditor(Form2& editor) {
+    const char* names[] = {"Office", "Home", "Garden", " ", "", "a/b"};
+    const char* addresses[] = {"", "-", "10.0.0.1", "1.2.3.4.5"};
+    editor.Text1.setText(names[pick(6)]);
+    editor.Text2.setText(pick(4) ? "*99#" : " ");
+    editor.Text3.setText("apn");
+    editor.Text4.setText(addresses[pick(4)]);
+    editor.Text5.setText(addresses[pick(4)]);
   }
   void moveCounters() {
     world_.interfaces.failure = pick(10) == 0 ? 5 : 0;

@@ -10,6 +10,7 @@
 #include "dial_line.h"
 #include "line_dial_service.h"
 #include "memory_ports.h"
+#include "memory_serial_port.h"
 #include "platform/fake/fake_services.h"
 #include "ui/windows.h"
 
@@ -23,13 +24,14 @@ struct WorldsLine {
   line::MemoryPorts ports;
   line::DialLine line;
   line::LineDialService ras{line};
+  line::MemorySerialPort port{ports};  // the program's own, for detecting phones
 };
 
 // Everything below the windows; outlives the program, as the system does.
 class World : public WorldsLine, public fake::FakeServices {
  public:
   explicit World(line::Scenario scenario = quickScenario())
-      : WorldsLine(std::move(scenario), callbacks(*this)), FakeServices(ras) {
+      : WorldsLine(std::move(scenario), callbacks(*this)), FakeServices(ras, {.serial = &port}) {
     ports.plug("COM5", phone());
     ports.plug("COM7", phone());
     desktop.onTime = [this](std::uint64_t now) {
@@ -47,7 +49,7 @@ class World : public WorldsLine, public fake::FakeServices {
   }
   static line::PhoneTable phone() {
     std::string message;
-    return *line::parsePhoneTable("AT+CGDCONT=* => OK\n", message);
+    return *line::parsePhoneTable("AT+CGMI => Nokia | OK\nAT+CGDCONT=* => OK\n", message);
   }
 
   int timeAtStart = 12 * 3600;  // of day, in seconds
