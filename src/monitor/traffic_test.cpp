@@ -29,6 +29,7 @@ TEST_F(TrafficTest, EveryUpdateAsksForTheSizeAndThenForTheTable) {
   update();
   EXPECT_EQ(table.calls, 2);
   EXPECT_EQ(table.fills, 1);
+  EXPECT_EQ(table.unsorted, 0);
 }
 
 TEST_F(TrafficTest, TotalsCountFromTheBaseline) {

@@ -42,6 +42,7 @@ enum class ControlKind {
 // How a label lays its text.
 enum class TextStyle {
   plain,
+  cut,  // cut with an ellipsis
   bold,
   right,  // right-aligned, cut with an ellipsis
   boldRight,
@@ -83,6 +84,16 @@ struct ControlLayout {
   bool visible = true;
   bool leftRule = false;   // a hairline at the left edge
   bool clickable = false;  // of a label: it hears clicks, as a mark's own label does
+  bool headings = false;   // of a list: columns with headings, and rows that Enter and a double click activate
+  char refused = 0;        // of a text box: the character that it takes neither from the keyboard nor the clipboard,
+  const char* refusal = nullptr;  // and why, in words
+};
+
+// A column of a list with headings.
+struct ListColumn {
+  std::string heading;
+  int width;  // at 96 dpi; 0 for one that is not to be seen, whose cells scripts read all the same
+  bool operator==(const ListColumn&) const = default;
 };
 
 // A form: its class is "Pelvaro." and the name. Controls stand in tab order, a label before the box it names.
@@ -108,6 +119,8 @@ struct ControlEvents {
   virtual void mouseReleased(MouseButton, int /*x*/, int /*y*/) {}
   // A list row was chosen by the user, or was chosen already and clicked again.
   virtual void itemClicked() {}
+  // The selected row of a list with headings was activated.
+  virtual void itemActivated() {}
   // The text of a list cell, for a list that keeps its rows above; column 0 is the item's own text. A combo box
   // takes the text of a row over when that is new.
   virtual std::string_view cellText(int /*row*/, int /*column*/) { return {}; }
@@ -129,6 +142,8 @@ struct ControlPeer {
   virtual void setRowCount(int /*count*/) {}
   virtual int selectedRow() { return -1; }
   virtual void selectRow(int /*row*/) {}
+  // List views with headings: other columns. The rows stay.
+  virtual void setColumns(std::span<const ListColumn> /*columns*/) {}
   // Option buttons and check boxes: the mark as the screen has it. Setting it raises no event.
   virtual bool checked() { return false; }
   virtual void setChecked(bool /*checked*/) {}

@@ -41,13 +41,29 @@ Colour readableGround(Colour system, Colour text) {
   return contrastRatio(system, text) >= kReadable ? system : kPaleBlue;
 }
 
+namespace {
+
+Colours inputColours(FormFactory& screen) {
+  if (screen.highContrast()) return {screen.systemColour(kWindow), screen.systemColour(kWindowText)};
+  return {kWhite, kInputText};
+}
+
+}  // namespace
+
+void accessary::enableBox(Control& box, bool enabled, FormFactory& screen) {
+  Colours colours = inputColours(screen);
+  if (!enabled && !screen.highContrast()) colours.background = screen.systemColour(kButtonFace);
+  box.setEnabled(enabled);
+  box.setColours(colours);
+}
+
 void accessary::applyColourScheme(Form& form) {
   FormFactory& screen = form.services().forms;
   Colours surface{readableGround(screen.systemColour(kInactiveCaptionText), kNavy), kNavy};
   Colours button{kWhite, kNavy};
-  Colours input{kWhite, kInputText};
+  const Colours input = inputColours(screen);
   if (screen.highContrast()) {
-    surface = input = {screen.systemColour(kWindow), screen.systemColour(kWindowText)};
+    surface = input;
     button = {screen.systemColour(kButtonFace), screen.systemColour(kButtonText)};
   }
   form.setColours(surface);

@@ -5,6 +5,7 @@
 
 namespace pelvaro {
 
+class Control;
 class Form;
 
 // The contrast ratio of two colours, 1 to 21 (WCAG 2.1, relative luminance).
@@ -18,6 +19,10 @@ namespace accessary {
 // Form, labels, option buttons and check boxes: ground of system colour 19, text 0x800000. Command buttons: ground
 // 0xFFFFFF. With a high-contrast scheme the system's window, button and text colours win.
 void applyColourScheme(Form& form);
+
+// Enables a text box with its ground white, or disables it with the ground of the system's button faces. With a
+// high-contrast scheme the system's window colour stays.
+void enableBox(Control& box, bool enabled, FormFactory& screen);
 
 }  // namespace accessary
 }  // namespace pelvaro

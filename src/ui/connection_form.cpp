@@ -27,7 +27,6 @@ constexpr const char* kAddModem = "RunDLL32 shell32.dll,Control_RunDLL MODEM.CPL
 constexpr const char* kAddNow = "Add Now";
 constexpr const char* kModify = "Modify";
 constexpr int kUsb = 0;  // in the list of connection types
-constexpr int kButtonFace = 0xF;
 
 std::string dotted(const Ip4& address) {
   std::string text;
@@ -119,17 +118,16 @@ void Form2::prepare() {
   accessary::applyColourScheme(*this);
   Option1.choose();
   windows_.setMode("Get Device");
+  const unsigned life = lives_;
   windows_.form5.show();
-  const bool filled = fillDevices();
+  const bool filled = lives_ == life && fillDevices();
   windows_.form5.hide();
   if (!filled) return;
   if (Combo1.count() > 0) Combo1.select(0);
+  Command1.setText(caption());
   if (modify_) {
-    Command1.setText(kModify);
     getDetail();
     previousName_ = Text6 + Text1.text();
-  } else {
-    Command1.setText(kAddNow);
   }
   Combo3.select(kUsb);
 }
@@ -156,6 +154,7 @@ std::string Form2::GetDevicesBrand(const std::string& text) const {
 }
 
 void Form2::getDetail() {
+  const unsigned life = lives_;
   const std::string name = windows_.form1.ListView1.selectedText();
   RasEntryRecord record;
   Module1::GetEntryProperties(services().ras, name, record);
@@ -163,6 +162,7 @@ void Form2::getDetail() {
   bool passwordSaved = false;
   Module1::GetEntryDialParams(services().ras, params, nullptr, name, passwordSaved);
   wipe(params.data(), params.size());
+  if (lives_ != life) return;
 
   Combo1.setText(record.DeviceName);
   std::string shown = name;
@@ -175,11 +175,7 @@ void Form2::getDetail() {
 }
 
 void Form2::chooseAddresses(bool typed) {
-  const Colour ground = typed ? 0xFFFFFF : services().forms.systemColour(kButtonFace);
-  for (TextBox* box : {&Text4, &Text5}) {
-    box->setEnabled(typed);
-    box->setColours({ground, box->colours().text});
-  }
+  for (TextBox* box : {&Text4, &Text5}) accessary::enableBox(*box, typed, services().forms);
 }
 
 void Form2::onColoursChanged() {
@@ -217,16 +213,19 @@ void Form2::addDeviceManually() {
 // Hidden for Bluetooth, so the advice is reached by a message only.
 void Form2::driverOrAdvice() {
   if (Combo3.selected() == kUsb) return;
+  const unsigned life = lives_;
   services().dialogs.messageBox(kBluetoothAdvice, kButtonsOk);
-  addDeviceManually();
+  if (lives_ == life) addDeviceManually();
 }
 
 void Form2::updateWriteButton() {
   const bool incomplete = Combo1.text() == kNoModem || Text1.text().empty() || Text2.text().empty() ||
                           Text3.text().empty() || Combo1.selected() < 0;
   Command1.setEnabled(!incomplete);
-  Command1.setText(modify_ ? kModify : kAddNow);
+  Command1.setText(caption());
 }
+
+const char* Form2::caption() const { return modify_ ? kModify : kAddNow; }
 
 void Form2::write() {
   if (Text2.text().empty()) {
@@ -250,15 +249,16 @@ void Form2::write() {
   services().loop.yield();
   if (lives_ != life) return;
   const std::string name = Text6 + Text1.text();
+  const bool renamed = Command1.text() == kModify && previousName_ != name;
   const std::uint32_t result = Module1::SetEntryProperties(services().ras, name, editorRecord(choices));
   if (result != 0) {
     services().dialogs.messageBox(Module1::RasErrorText(services().ras, static_cast<std::int32_t>(result)), kButtonsOk);
     return;
   }
-  // Only now that the new one is there.
-  if (Command1.text() == kModify && previousName_ != name) {
-    services().ras.deleteEntry(nullptr, previousName_.c_str());
-  }
+  // Only now that the new one is there. Kept on purpose: names are compared with their case, though the service may
+  // not.
+  if (renamed) services().ras.deleteEntry(nullptr, previousName_.c_str());
+  stopProbe();  // a hidden editor keeps no port that the new connection may want
   hide();
   windows_.form1.refreshList();
 }

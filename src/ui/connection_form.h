@@ -31,6 +31,7 @@ class Form2 : public ProgramForm {
   bool COMAvailableVB(std::int16_t number) { return probe_.COMAvailableVB(number); }
   bool OpenCOMPort(std::int16_t number) { return probe_.OpenCOMPort(number); }
   bool validateDevice(const std::string& deviceName);
+  const std::string& brand() const { return probe_.brand(); }  // of the last probe
   static std::string formatBrand(const std::string& text);
   std::string GetDevicesBrand(const std::string& text) const;
 
@@ -83,6 +84,7 @@ class Form2 : public ProgramForm {
   void chooseAddresses(bool typed);
   void typeChanged();
   void updateWriteButton();
+  const char* caption() const;
   void write();
 
   Windows& windows_;

@@ -123,6 +123,23 @@ constexpr ControlLayout kForm2Controls[] = {
 };
 constexpr Rect96 kForm2Rules[] = {{1, 28, 454, 1}, {16, 144, 424, 1}, {16, 256, 424, 1}, {16, 376, 424, 1}};
 
+constexpr ControlLayout kForm3Controls[] = {
+    {.name = "captionLabel",
+     .kind = label,
+     .caption = "Pelvaro - Operators",
+     .place = {16, 5, 539, 20},
+     .style = title},
+    {.name = "Label1", .kind = label, .caption = "Country/ City", .place = {16, 44, 88, 24}},
+    {.name = "Combo1", .kind = comboBox, .caption = "", .place = {112, 44, 232, 24}},
+    {.name = "ListView2", .kind = listView, .caption = "Operators", .place = {16, 80, 568, 224}},
+    {.name = "Command3", .kind = commandButton, .caption = "Edit", .place = {16, 320, 80, 28}},
+    {.name = "Command4", .kind = commandButton, .caption = "Default", .place = {104, 320, 80, 28}},
+    {.name = "Command2", .kind = commandButton, .caption = "Save Current List", .place = {192, 320, 128, 28}},
+    {.name = "Command1", .kind = commandButton, .caption = "Close", .place = {496, 320, 88, 28}},
+    {.name = "closeMark", .kind = closeMark, .caption = "Close", .place = {563, 1, 36, 27}},
+};
+constexpr Rect96 kForm3Rules[] = {{1, 28, 598, 1}};
+
 constexpr ControlLayout kForm4Controls[] = {
     {.name = "Label6", .kind = label, .caption = "Pelvaro - Connect", .place = {16, 5, 299, 20}, .style = title},
     {.name = "Image1", .kind = picture, .caption = "", .place = {16, 48, 48, 48}, .picture = Picture::signIn},
@@ -177,6 +194,42 @@ constexpr ControlLayout kFrmStatusControls[] = {
 };
 constexpr Rect96 kFrmStatusRules[] = {{1, 28, 326, 1}};
 
+constexpr ControlLayout field(const char* name, Rect96 place) {
+  return {.name = name,
+          .kind = textBox,
+          .caption = "",
+          .place = place,
+          .refused = ',',
+          .refusal = "A field of the list cannot hold a comma."};
+}
+constexpr ControlLayout kFrmEditControls[] = {
+    {.name = "captionLabel", .kind = label, .caption = "Pelvaro - Edit", .place = {16, 5, 507, 20}, .style = title},
+    {.name = "Label1(0)", .kind = label, .caption = "", .place = {16, 44, 88, 24}, .style = cut},
+    field("Text1(0)", {112, 44, 160, 24}),
+    {.name = "Label1(1)", .kind = label, .caption = "", .place = {16, 76, 88, 24}, .style = cut},
+    field("Text1(1)", {112, 76, 160, 24}),
+    {.name = "Label1(2)", .kind = label, .caption = "", .place = {16, 108, 88, 24}, .style = cut},
+    field("Text1(2)", {112, 108, 160, 24}),
+    {.name = "Label1(3)", .kind = label, .caption = "", .place = {16, 140, 88, 24}, .style = cut},
+    field("Text1(3)", {112, 140, 160, 24}),
+    {.name = "Label1(4)", .kind = label, .caption = "", .place = {16, 172, 88, 24}, .style = cut},
+    field("Text1(4)", {112, 172, 160, 24}),
+    {.name = "Label1(5)", .kind = label, .caption = "", .place = {296, 44, 88, 24}, .style = cut},
+    field("Text1(5)", {392, 44, 160, 24}),
+    {.name = "Label1(6)", .kind = label, .caption = "", .place = {296, 76, 88, 24}, .style = cut},
+    field("Text1(6)", {392, 76, 160, 24}),
+    {.name = "Label1(7)", .kind = label, .caption = "", .place = {296, 108, 88, 24}, .style = cut},
+    field("Text1(7)", {392, 108, 160, 24}),
+    {.name = "Label1(8)", .kind = label, .caption = "", .place = {296, 140, 88, 24}, .style = cut},
+    field("Text1(8)", {392, 140, 160, 24}),
+    {.name = "Label1(9)", .kind = label, .caption = "", .place = {296, 172, 88, 24}, .style = cut},
+    field("Text1(9)", {392, 172, 160, 24}),
+    {.name = "Command1", .kind = commandButton, .caption = "OK", .place = {368, 224, 88, 28}},
+    {.name = "Command2", .kind = commandButton, .caption = "Cancel", .place = {464, 224, 88, 28}},
+    {.name = "closeMark", .kind = closeMark, .caption = "Close", .place = {531, 1, 36, 27}},
+};
+constexpr Rect96 kFrmEditRules[] = {{1, 28, 566, 1}, {16, 212, 536, 1}};
+
 }  // namespace
 
 const FormLayout kForm1{.name = "Form1",
@@ -194,6 +247,13 @@ const FormLayout kForm2{.name = "Form2",
                         .rules = kForm2Rules,
                         .defaultButton = "Command1",
                         .firstFocus = "Text1"};
+const FormLayout kForm3{.name = "Form3",
+                        .title = "Pelvaro - Operators",
+                        .width = 600,
+                        .height = 364,
+                        .controls = kForm3Controls,
+                        .rules = kForm3Rules,
+                        .firstFocus = "Combo1"};
 const FormLayout kForm4{.name = "Form4",
                         .title = "Pelvaro - Connect",
                         .width = 360,
@@ -225,5 +285,14 @@ const FormLayout kFrmStatus{.name = "frmStatus",
                             .rules = kFrmStatusRules,
                             .defaultButton = "Command1",
                             .firstFocus = "Command1"};
+
+const FormLayout kFrmEdit{.name = "frmEdit",
+                          .title = "Pelvaro - Edit",
+                          .width = 568,
+                          .height = 268,
+                          .controls = kFrmEditControls,
+                          .rules = kFrmEditRules,
+                          .defaultButton = "Command1",
+                          .firstFocus = "Text1(0)"};
 
 }  // namespace pelvaro::layouts

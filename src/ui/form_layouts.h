@@ -8,9 +8,11 @@ namespace pelvaro::layouts {
 
 extern const FormLayout kForm1;
 extern const FormLayout kForm2;
+extern const FormLayout kForm3;
 extern const FormLayout kForm4;
 extern const FormLayout kForm5;
 extern const FormLayout kForm6;
+extern const FormLayout kFrmEdit;
 extern const FormLayout kFrmStatus;
 
 }  // namespace pelvaro::layouts

@@ -25,12 +25,8 @@ std::int16_t number(TextBox& box) { return toInt16(leadingNumber(box.text())); }
 
 Form6::Form6(Windows& windows, Services& services, FormGroup& group)
     : ProgramForm(services, group, layouts::kForm6), windows_(windows) {
-  const auto enableOne = [](TextBox& one, TextBox& other) {
-    one.setEnabled(true);
-    other.setEnabled(false);
-  };
-  Option1.onClick = [this, enableOne] { enableOne(Text1, Text2); };
-  Option2.onClick = [this, enableOne] { enableOne(Text2, Text1); };
+  Option1.onClick = [this] { enableOne(Text1, Text2); };
+  Option2.onClick = [this] { enableOne(Text2, Text1); };
   Command1.onClick = [this] { accept(); };
   Command2.onClick = [this] { unload(); };
   closeMark.onClick = [this] { unload(); };
@@ -42,6 +38,17 @@ void Form6::onLoad() {
   const Form1& main = windows_.form1;
   if (main.requiredtime != 0) Text1.setText(std::to_string(main.requiredtime / kSecondsPerMinute));
   if (main.requiredbyte != 0) Text2.setText(std::to_string(main.requiredbyte));
+}
+
+void Form6::onColoursChanged() {
+  ProgramForm::onColoursChanged();
+  const bool size = Option2.checked();
+  enableOne(size ? Text2 : Text1, size ? Text1 : Text2);
+}
+
+void Form6::enableOne(TextBox& one, TextBox& other) {
+  accessary::enableBox(one, true, services().forms);
+  accessary::enableBox(other, false, services().forms);
 }
 
 void Form6::accept() {

@@ -30,9 +30,11 @@ class Form6 : public ProgramForm {
  protected:
   void onLoad() override;
   void onEscape() override { unload(); }
+  void onColoursChanged() override;
 
  private:
   void accept();
+  void enableOne(TextBox& one, TextBox& other);
   std::int16_t setTime();
   std::int16_t setSize();
 

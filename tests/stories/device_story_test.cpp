@@ -116,6 +116,51 @@ TEST_F(Editor, ForBluetoothTheHiddenPictureGivesAdviceWhenAMessageReachesIt) {
   EXPECT_TRUE(editor().timerRefresh.enabled());
 }
 
+TEST_F(Editor, AnEditorClosedBehindTheAdviceStaysClosed) {
+  add();
+  user([this] { editor().Combo3.chooseItem(1); });
+  world.dialogs.onMessage = [this](const std::string&) {
+    editor().closeRequested();
+    return 0;
+  };
+  user([this] { static_cast<ControlEvents&>(editor().Image2).clicked(); });
+  EXPECT_FALSE(editor().loaded());
+}
+
+TEST_F(Editor, EveryFillingProbesAnew) {
+  plug("COM5", "Acme Ltd | OK");
+  add();
+  validate();
+  EXPECT_EQ(editor().brand(), "acmeltd");
+  EXPECT_EQ(devices(), (Texts{kNoModem}));
+  plug("COM5", "Nokia | OK");
+  user([this] { editor().Check1.setChecked(true); });
+  EXPECT_EQ(devices(), (Texts{kNokia})) << "nothing of the last time is kept";
+}
+
+TEST_F(Editor, TheRebuiltListIsValidatedToo) {
+  plug("COM5", "Nokia | OK");
+  add();
+  validate();
+  user([this] { editor().Command4.click(); });
+  wait(500);
+  EXPECT_EQ(devices(), (Texts{kNokia}));
+  EXPECT_TRUE(editor().timerRefresh.enabled());
+  plug("COM5", "SAMSUNG | OK");
+  wait(200);
+  EXPECT_EQ(devices(), (Texts{kSamsung})) << "as many as before: the watching goes on";
+  EXPECT_TRUE(editor().timerRefresh.enabled());
+}
+
+TEST_F(Editor, ReopenedWithTheBoxTickedAndNoPhoneTheListStaysEmpty) {
+  add();
+  validate();
+  user([this] { editor().hide(); });
+  add();
+  EXPECT_TRUE(editor().Check1.checked());
+  EXPECT_EQ(devices(), Texts{}) << "only the click adds the entry that there is none";
+}
+
 TEST_F(Editor, AMissingAppletIsARunTimeError) {
   world.processes.missing = true;
   add();
@@ -159,16 +204,18 @@ struct Waiting : Editor {
 };
 
 TEST_F(Waiting, TheOtherTimersGoOn) {
-  bool moved = false;
+  bool seen = false;
   meanwhile([&] {
-    editor().Text1.setText("typed meanwhile");
+    editor().Command1.setText("a script was here");
+    main().statuslbl.setText("a script was here");
     world.desktop.postIn(2000, [&] {
-      moved = true;
+      EXPECT_EQ(editor().Command1.text(), "Add Now") << "the editor's own timer";
+      EXPECT_EQ(status(), kDown) << "the main window's poll";
+      seen = true;
       editor().Command3.click();
     });
   });
-  EXPECT_TRUE(moved);
-  EXPECT_EQ(status(), kDown);
+  EXPECT_TRUE(seen);
 }
 
 TEST_F(Waiting, ClosingTheEditorEndsTheProbeAndFreesThePort) {
@@ -203,7 +250,7 @@ TEST_F(Waiting, ASecondProbeTakesThePortAndBothEnd) {
   });
   EXPECT_TRUE(portIsFree("COM9"));
   EXPECT_TRUE(world.desktop.reported.empty());
-  EXPECT_EQ(devices().front(), kNokia);
+  EXPECT_EQ(devices(), (Texts{kNokia})) << "of the second filling; the first has lost its port and adds nothing";
 }
 
 TEST_F(Waiting, UntickingTheBoxMeanwhileListsTheOthersUnasked) {
@@ -230,11 +277,12 @@ TEST_F(Waiting, WritingMeanwhileWritesOnceAndHidesTheEditor) {
     editor().Combo1.chooseItem(0);
     editor().Command1.setEnabled(true);
     editor().Command1.click();
-    world.desktop.postIn(50, [this] { editor().unload(); });
   });
   EXPECT_EQ(entries().back(), "Corvanti-Garden");
   EXPECT_EQ(entries().size(), 4u);
+  EXPECT_TRUE(editor().loaded());
   EXPECT_FALSE(editor().visible());
+  EXPECT_TRUE(portIsFree("COM9")) << "the new connection may want it";
 }
 
 TEST_F(Waiting, TheSplashCanBeClosedWhichEndsTheProbeOfAnOpening) {
@@ -252,6 +300,37 @@ TEST_F(Waiting, TheSplashCanBeClosedWhichEndsTheProbeOfAnOpening) {
   EXPECT_TRUE(editor().visible());
   EXPECT_FALSE(windows->form5.visible());
   EXPECT_TRUE(portIsFree("COM9"));
+}
+
+TEST_F(Waiting, AHangUpWhileTheSplashOfAnOpeningIsUp) {
+  world.desktop.yieldTakes = 0;
+  world.ports.plug("COM5", World::phone());
+  dial("Corvanti-Office");
+  ASSERT_TRUE(waitForStatus(kUp));
+  world.desktop.yieldTakes = 1;
+  meanwhile([this] { editor().hide(), editor().stopProbe(); });
+  world.desktop.postIn(50, [this] {
+    ASSERT_TRUE(windows->form5.visible());
+    main().Image2.click();
+    world.desktop.postIn(300, [this] {
+      EXPECT_EQ(status(), kDown);
+      editor().stopProbe();
+    });
+  });
+  add();
+  EXPECT_EQ(status(), kDown);
+  EXPECT_FALSE(windows->form5.visible());
+  EXPECT_TRUE(editor().visible());
+  EXPECT_TRUE(world.desktop.reported.empty());
+}
+
+TEST_F(Waiting, EndingTheProgramWhileTheSplashOfAnOpeningIsUp) {
+  meanwhile([this] { editor().hide(), editor().stopProbe(); });
+  world.desktop.postIn(50, [this] { main().closeRequested(); });
+  add();
+  EXPECT_TRUE(world.desktop.ended());
+  EXPECT_TRUE(portIsFree("COM9"));
+  EXPECT_TRUE(world.desktop.reported.empty());
 }
 
 TEST_F(Waiting, AHangUpMeanwhileUsesTheSplashAndHangsUp) {

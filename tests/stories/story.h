@@ -55,7 +55,7 @@ class World : public WorldsLine, public fake::FakeServices {
   int timeAtStart = 12 * 3600;  // of day, in seconds
   // The notifications that reached the program, "state/error".
   std::vector<std::string> told;
-  // The calls to the service but for the enumerations.
+  // The calls to the service but for the enumerations, while the scenario's journal is on.
   std::vector<std::string> calls;
 
  private:
@@ -66,6 +66,7 @@ class World : public WorldsLine, public fake::FakeServices {
       world.desktop.postMessage(window, world.desktop.registeredMessage, state, static_cast<std::intptr_t>(error));
     };
     result.save = [](const line::Phonebook&) { return true; };
+    result.journal = [&world](const std::string& text) { world.calls.push_back(text); };
     return result;
   }
 };

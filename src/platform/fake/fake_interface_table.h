@@ -20,13 +20,14 @@ struct FakeInterfaceTable : InterfaceTable {
   std::uint32_t failure = 0;         // what a call with a buffer gives
   std::uint32_t claimedRows = 0;     // written as the count, when not 0
   std::uint32_t claimedSize = 0;     // told as the needed size, when not 0
-  int calls = 0, fills = 0;
+  int calls = 0, fills = 0, unsorted = 0;
 
   // The row that counts in most tests, in kilobytes.
   void count(std::uint32_t receivedKb, std::uint32_t sentKb) { rows[1] = {6, receivedKb * 1024, sentKb * 1024}; }
 
   std::uint32_t getIfTable(void* table, std::uint32_t* size, bool sorted) override {
     ++calls;
+    if (!sorted) ++unsorted;
     if (table && failure != 0) return failure;
     if (behind) return behind->getIfTable(table, size, sorted);
     const auto needed = static_cast<std::uint32_t>(if_table::kFirstRow + rows.size() * if_table::kRowSize);

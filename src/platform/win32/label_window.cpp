@@ -64,6 +64,7 @@ void LabelWindow::drawText(HDC dc, RECT area) {
       break;
     case TextStyle::centred: format |= DT_CENTER | DT_END_ELLIPSIS; break;
     case TextStyle::wrapped: format = DT_WORDBREAK; break;
+    case TextStyle::cut: format |= DT_END_ELLIPSIS; break;
     case TextStyle::plain:
     case TextStyle::figure: break;
   }

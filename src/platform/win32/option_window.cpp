@@ -65,7 +65,7 @@ LRESULT OptionWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
       chooseNext(wParam == VK_LEFT || wParam == VK_UP);
       return 0;
     case BM_CLICK:  // by a script; the platform changes the mark of a disabled one too
-      if (enabled() && visible()) break;
+      if (enabled()) break;
       return 0;
     // The platform draws at once on these.
     case WM_KILLFOCUS:

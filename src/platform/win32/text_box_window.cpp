@@ -1,5 +1,7 @@
 #include "platform/win32/text_box_window.h"
 
+#include <cstring>
+
 #include "base/bytes.h"
 #include "platform/win32/paint.h"
 
@@ -7,6 +9,21 @@ namespace pelvaro::win32 {
 
 namespace {
 constexpr int kSidePadding = 6;  // between the frame's outer edge and the text, at 96 dpi
+
+// The text on the clipboard, in the ANSI code page.
+std::string clipboardText(HWND owner) {
+  std::string text;
+  if (!::OpenClipboard(owner)) return text;
+  if (const HANDLE data = ::GetClipboardData(CF_TEXT)) {
+    if (const auto* bytes = static_cast<const char*>(::GlobalLock(data))) {
+      text.assign(bytes, strnlen(bytes, ::GlobalSize(data)));
+      ::GlobalUnlock(data);
+    }
+  }
+  ::CloseClipboard();
+  return text;
+}
+
 }  // namespace
 
 TextBoxWindow::TextBoxWindow(const ControlLayout& layout, ControlEvents& events,
@@ -41,16 +58,11 @@ void TextBoxWindow::shrink(RECT& area) const {
   area.bottom = area.top + metrics_.fontHeight();
 }
 
-COLORREF TextBoxWindow::groundColour() const {
-  return enabled() || metrics_.highContrast() ? colours_.background : palette::kDisabledInput;
-}
-
 HBRUSH TextBoxWindow::ground(HDC dc) {
   if (enabled()) return ControlWindow::ground(dc);
-  ::SetBkColor(dc, groundColour());
+  const HBRUSH brush = ControlWindow::ground(dc);
   ::SetTextColor(dc, metrics_.highContrast() ? ::GetSysColor(COLOR_GRAYTEXT) : palette::kMuted);
-  ::SetDCBrushColor(dc, groundColour());
-  return static_cast<HBRUSH>(::GetStockObject(DC_BRUSH));
+  return brush;
 }
 
 void TextBoxWindow::drawFrame() {
@@ -62,7 +74,7 @@ void TextBoxWindow::drawFrame() {
   const HDC dc = ::GetWindowDC(window_);
   ::ExcludeClipRect(dc, inner.left, inner.top, inner.right, inner.bottom);
   const bool contrast = metrics_.highContrast();
-  fill(dc, whole, groundColour());
+  fill(dc, whole, colours_.background);
   COLORREF edge = enabled() ? palette::kEdge : palette::kHairline;
   if (focused()) edge = palette::kAccent;
   if (contrast) edge = focused() ? ::GetSysColor(COLOR_HIGHLIGHT) : colours_.text;
@@ -70,10 +82,34 @@ void TextBoxWindow::drawFrame() {
   ::ReleaseDC(window_, dc);
 }
 
+// As the platform refuses a letter where a number is wanted: it beeps and says why beside the box.
+void TextBoxWindow::refuse() {
+  ::MessageBeep(MB_OK);
+  std::wstring why;
+  for (const char* c = layout_.refusal; c && *c; ++c) why += static_cast<wchar_t>(*c);
+  EDITBALLOONTIP tip{sizeof tip, L"", why.c_str(), TTI_NONE};
+  ::SendMessageW(window_, EM_SHOWBALLOONTIP, 0, reinterpret_cast<LPARAM>(&tip));
+}
+
+void TextBoxWindow::pasteWithout(char refused) {
+  std::string text = clipboardText(window_);
+  std::erase(text, refused);
+  ::SendMessageA(window_, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+  refuse();
+}
+
 LRESULT TextBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   switch (number) {
     case WM_NCCALCSIZE: shrink(*reinterpret_cast<RECT*>(lParam)); return 0;
     case WM_NCPAINT: drawFrame(); return 0;
+    case WM_CHAR:
+      if (layout_.refused == 0 || static_cast<char>(wParam) != layout_.refused) break;
+      refuse();
+      return 0;
+    case WM_PASTE:
+      if (layout_.refused == 0 || clipboardText(window_).find(layout_.refused) == std::string::npos) break;
+      pasteWithout(layout_.refused);
+      return 0;
     case WM_NCHITTEST: return HTCLIENT;  // a click on the padding belongs to the text
     case WM_SETFOCUS:
     case WM_KILLFOCUS: {
@@ -84,8 +120,9 @@ LRESULT TextBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case WM_ENABLE:  // kept from the platform, which would draw the text of a disabled box in a colour of its own
       ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_UPDATENOW);
       return 0;
-    default: return passOn(number, wParam, lParam);
+    default: break;
   }
+  return passOn(number, wParam, lParam);
 }
 
 }  // namespace pelvaro::win32

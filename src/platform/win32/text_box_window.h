@@ -15,7 +15,8 @@ class TextBoxWindow : public ControlWindow {
   LRESULT message(UINT number, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  COLORREF groundColour() const;
+  void refuse();
+  void pasteWithout(char refused);
   void drawFrame();
   void shrink(RECT& area) const;
 };
