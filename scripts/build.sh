@@ -16,10 +16,10 @@ if [ "${1:-}" = --all ]; then
   build win32 all
   build native all
 else
-  build win32 pelvaro practice_rasapi32 canary e2e_driver
+  build win32 pelvaro pelvaro_operators_list practice_rasapi32 canary e2e_driver
   build native phone_exchange
 fi
 mkdir -p build/dist
-for file in pelvaro.exe loading.avi; do
+for file in pelvaro.exe loading.avi Default.DAT; do
   cmp -s "build/win32/dist/$file" "build/dist/$file" || cp "build/win32/dist/$file" "build/dist/$file"
 done

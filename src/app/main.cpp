@@ -8,11 +8,14 @@
 #include "platform/win32/dialogs.h"
 #include "platform/win32/environment.h"
 #include "platform/win32/event_loop.h"
+#include "platform/win32/files.h"
 #include "platform/win32/form_window.h"
 #include "platform/win32/interface_table.h"
 #include "platform/win32/processes.h"
+#include "platform/win32/random_source.h"
 #include "platform/win32/registry.h"
 #include "platform/win32/serial_port.h"
+#include "platform/win32/settings.h"
 #include "platform/win32/telephony.h"
 #include "ui/windows.h"
 
@@ -48,13 +51,16 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   win32::FormScreen screen(loop);
   win32::SystemDialogs dialogs(screen);
   win32::SystemEnvironment environment;
+  win32::SystemFiles files;
   win32::SystemInterfaceTable interfaces;
   win32::SystemProcesses processes;
+  win32::SystemRandom random;
   win32::SystemRegistry registry;
   win32::SystemSerialPort serial;
+  win32::SystemSettings settings;
   win32::SystemTelephony telephony;
-  Services services{clock,  ras,        dialWindow, dialogs,  environment, loop,
-                    screen, interfaces, processes,  registry, serial,      telephony};
+  Services services{clock,      ras,       dialWindow, dialogs,  environment, files,    loop,     screen,
+                    interfaces, processes, random,     registry, serial,      settings, telephony};
   Windows windows(services);
   loop.guarded([&] { windows.form1.show(); });
   loop.run();

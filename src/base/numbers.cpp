@@ -61,8 +61,8 @@ std::int32_t add32(std::int32_t a, std::int32_t b) { return fitting<std::int32_t
 std::int32_t subtract32(std::int32_t a, std::int32_t b) { return fitting<std::int32_t>(static_cast<double>(a) - b); }
 std::int16_t multiply16(std::int16_t a, std::int16_t b) { return fitting<std::int16_t>(static_cast<double>(a) * b); }
 
-std::int16_t toInt16(double value) { return fitting<std::int16_t>(std::nearbyint(value)); }
-std::int32_t toInt32(double value) { return fitting<std::int32_t>(std::nearbyint(value)); }
+std::int16_t toInt16(double value) { return fitting<std::int16_t>(std::rint(value)); }
+std::int32_t toInt32(double value) { return fitting<std::int32_t>(std::rint(value)); }
 std::int32_t roundedForText(double value) { return fitting<std::int32_t>(std::round(value)); }
 
 double leadingNumber(std::string_view text) {
@@ -74,7 +74,7 @@ std::uint8_t toByte(std::string_view text) {
   std::size_t end = 0;
   const double value = scanNumber(text, end);
   if (end == 0 || !trimmed(text.substr(end)).empty()) throw RuntimeError(13, "Type mismatch");
-  return fitting<std::uint8_t>(std::nearbyint(value));
+  return fitting<std::uint8_t>(std::rint(value));
 }
 
 std::string grouped(std::int32_t value, const NumberStyle& style) {

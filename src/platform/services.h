@@ -9,11 +9,14 @@ struct DialEventWindow;
 struct Dialogs;
 struct Environment;
 struct EventLoop;
+struct Files;
 struct FormFactory;
 struct InterfaceTable;
 struct Processes;
+struct RandomSource;
 struct Registry;
 struct SerialPort;
+struct Settings;
 struct Telephony;
 
 struct Services {
@@ -22,12 +25,15 @@ struct Services {
   DialEventWindow& dialWindow;
   Dialogs& dialogs;
   Environment& environment;
+  Files& files;
   EventLoop& loop;
   FormFactory& forms;
   InterfaceTable& interfaces;
   Processes& processes;
+  RandomSource& random;
   Registry& registry;
   SerialPort& serial;
+  Settings& settings;
   Telephony& telephony;
 };
 

@@ -82,6 +82,10 @@ Form2::Form2(Windows& windows, Services& services, FormGroup& group)
   Image2.onMouseUp = [this] { Image2.setPicture(Picture::driver, Look::normal); };
   Image2.onClick = [this] { driverOrAdvice(); };
   Command1.onClick = [this] { write(); };
+  Command2.onClick = [this] {
+    windows_.form3.initialize();
+    windows_.form3.showModal();
+  };
   Command3.onClick = [this] { unload(); };
   Command4.onClick = [this] { addDeviceManually(); };
   Label7.onClick = [this] { unload(); };

@@ -131,7 +131,7 @@ constexpr ControlLayout kForm3Controls[] = {
      .style = title},
     {.name = "Label1", .kind = label, .caption = "Country/ City", .place = {16, 44, 88, 24}},
     {.name = "Combo1", .kind = comboBox, .caption = "", .place = {112, 44, 232, 24}},
-    {.name = "ListView2", .kind = listView, .caption = "Operators", .place = {16, 80, 568, 224}},
+    {.name = "ListView2", .kind = listView, .caption = "Operators", .place = {16, 80, 568, 224}, .headings = true},
     {.name = "Command3", .kind = commandButton, .caption = "Edit", .place = {16, 320, 80, 28}},
     {.name = "Command4", .kind = commandButton, .caption = "Default", .place = {104, 320, 80, 28}},
     {.name = "Command2", .kind = commandButton, .caption = "Save Current List", .place = {192, 320, 128, 28}},

@@ -11,7 +11,7 @@
 namespace pelvaro::layouts {
 namespace {
 
-const FormLayout* const kAll[] = {&kForm1, &kForm2, &kForm4, &kForm5, &kForm6, &kFrmStatus};
+const FormLayout* const kAll[] = {&kForm1, &kForm2, &kForm3, &kForm4, &kForm5, &kForm6, &kFrmEdit, &kFrmStatus};
 
 const ControlLayout& control(const FormLayout& form, const std::string& name) {
   for (const ControlLayout& row : form.controls) {
@@ -27,9 +27,14 @@ std::string place(const Rect96& r) {
 }
 
 TEST(Layouts, FormsHaveTheirTitlesAndSizes) {
-  const std::map<std::string, std::string> expected{
-      {"Form1", "Pelvaro 376x412"}, {"Form2", "Pelvaro - Connection 456x432"}, {"Form4", "Pelvaro - Connect 360x172"},
-      {"Form5", "Pelvaro 280x148"}, {"Form6", "Pelvaro - Limitation 304x168"}, {"frmStatus", "Connection 328x148"}};
+  const std::map<std::string, std::string> expected{{"Form1", "Pelvaro 376x412"},
+                                                    {"Form2", "Pelvaro - Connection 456x432"},
+                                                    {"Form3", "Pelvaro - Operators 600x364"},
+                                                    {"Form4", "Pelvaro - Connect 360x172"},
+                                                    {"frmEdit", "Pelvaro - Edit 568x268"},
+                                                    {"Form5", "Pelvaro 280x148"},
+                                                    {"Form6", "Pelvaro - Limitation 304x168"},
+                                                    {"frmStatus", "Connection 328x148"}};
   for (const FormLayout* form : kAll) {
     EXPECT_EQ(std::string(form->title) + " " + std::to_string(form->width) + "x" + std::to_string(form->height),
               expected.at(form->name));
@@ -43,6 +48,8 @@ TEST(Layouts, ControlsStandWhereTheyAreDrawn) {
   EXPECT_EQ(place(control(kForm1, "Label12").place), "260,376,100,20");
   EXPECT_EQ(place(control(kForm2, "Check1").place), "176,342,16,16");
   EXPECT_EQ(place(control(kForm2, "Image2").place), "344,264,96,32");
+  EXPECT_EQ(place(control(kForm3, "ListView2").place), "16,80,568,224");
+  EXPECT_EQ(place(control(kFrmEdit, "Text1(9)").place), "392,172,160,24");
   EXPECT_EQ(place(control(kForm4, "Text2").place), "152,76,192,24");
   EXPECT_EQ(place(control(kForm5, "Animation1").place), "48,44,184,64");
   EXPECT_EQ(place(control(kForm6, "Option2").place), "16,76,112,24");
@@ -115,6 +122,7 @@ TEST(Layouts, TheTabulatorGoesFromLeftToRightAndDownWithTheMarksLast) {
   EXPECT_EQ(order(kForm1), (Names{"Image1", "Image2", "Image3", "ListView1", "Label6", "Label3"}));
   EXPECT_EQ(order(kForm2), (Names{"Text1", "Text2", "Text3", "Option1", "Option2", "Text4", "Text5", "Combo3", "Image2",
                                   "Combo1", "Check1", "Command4", "Command2", "Command1", "Command3", "Label7"}));
+  EXPECT_EQ(order(kForm3), (Names{"Combo1", "ListView2", "Command3", "Command4", "Command2", "Command1", "closeMark"}));
   // The two options are one group, for the arrow keys.
   EXPECT_EQ(order(kForm6), (Names{"Option1", "Option2", "Text1", "Text2", "Command1", "Command2", "closeMark"}));
 }

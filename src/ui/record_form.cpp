@@ -15,20 +15,19 @@ frmEdit::frmEdit(Services& services, FormGroup& group) : ProgramForm(services, g
 
 void frmEdit::onLoad() { accessary::applyColourScheme(*this); }
 
-void frmEdit::edit(const std::function<std::string(int)>& heading, const std::function<std::string(int)>& field,
-                   std::function<void(int, const std::string&)> write) {
+void frmEdit::edit(const Texts& headings, const Texts& fields, std::function<void(const Texts&)> write) {
   for (std::size_t i = 0; i < kFields; ++i) {
-    Label1[i].setText(heading(static_cast<int>(i) + 1));
-    Text1[i].setText(field(static_cast<int>(i) + 1));
+    Label1[i].setText(headings[i]);
+    Text1[i].setText(fields[i]);
   }
   write_ = std::move(write);
   show();
 }
 
 void frmEdit::accept() {
-  if (write_) {
-    for (std::size_t i = 0; i < kFields; ++i) write_(static_cast<int>(i) + 1, Text1[i].text());
-  }
+  Texts texts;
+  for (std::size_t i = 0; i < kFields; ++i) texts[i] = Text1[i].text();
+  if (write_) write_(texts);
   unload();
 }
 

@@ -1,6 +1,7 @@
 // frmEdit: edits the ten fields of one row of the operator list.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -13,13 +14,12 @@ namespace pelvaro {
 class frmEdit : public ProgramForm {
  public:
   static constexpr std::size_t kFields = 10;
+  using Texts = std::array<std::string, kFields>;
 
   frmEdit(Services& services, FormGroup& group);
 
-  // Shows the fields under their headings; `field` and `heading` are asked with 1 to 10. OK hands every box's text to
-  // `write` and closes the form.
-  void edit(const std::function<std::string(int)>& heading, const std::function<std::string(int)>& field,
-            std::function<void(int, const std::string&)> write);
+  // Shows the fields under their headings. OK hands what the boxes hold by then to `write` and closes the form.
+  void edit(const Texts& headings, const Texts& fields, std::function<void(const Texts&)> write);
 
   Label captionLabel{*this, "captionLabel"};  // the title
   Label Label1[kFields] = {{*this, "Label1(0)"}, {*this, "Label1(1)"}, {*this, "Label1(2)"}, {*this, "Label1(3)"},
@@ -40,7 +40,7 @@ class frmEdit : public ProgramForm {
  private:
   void accept();
 
-  std::function<void(int, const std::string&)> write_;
+  std::function<void(const Texts&)> write_;
 };
 
 }  // namespace pelvaro

@@ -10,6 +10,8 @@
 #include "ui/credentials_form.h"
 #include "ui/limitation_form.h"
 #include "ui/main_form.h"
+#include "ui/operators_form.h"
+#include "ui/record_form.h"
 #include "ui/splash_form.h"
 #include "ui/status_form.h"
 
@@ -24,9 +26,11 @@ struct Windows : private DialerScreen {
 
   Form1 form1;
   Form2 form2;
+  Form3 form3;
   Form4 form4;
   Form5 form5;
   Form6 form6;
+  frmEdit recordForm;
   frmStatus statusForm;
   DialContext dial;
   frmDial dialForm;

@@ -42,7 +42,9 @@ dialing_e2e.FORMS["Form2"] = ("Pelvaro - Connection", (456, 432), {
 })
 
 
-class Editing(Desk):
+class Editor(Desk):
+    """What the tests of the editor share."""
+
     def hold_windows(self):
         super().hold_windows()
         self.editor = self.window("Form2")
@@ -71,6 +73,8 @@ class Editing(Desk):
     def wait_entries(self, *names):
         self.main.wait_rows("ListView1", [[name] for name in names].__eq__)
 
+
+class Editing(Editor):
     def test_add_opens_the_editor(self):
         self.add()
         self.assert_laid_out("Form2")

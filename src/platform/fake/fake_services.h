@@ -2,9 +2,12 @@
 #pragma once
 
 #include "platform/fake/fake_dialogs.h"
+#include "platform/fake/fake_files.h"
 #include "platform/fake/fake_interface_table.h"
 #include "platform/fake/fake_processes.h"
+#include "platform/fake/fake_random.h"
 #include "platform/fake/fake_serial_port.h"
+#include "platform/fake/fake_settings.h"
 #include "platform/fake/fake_system.h"
 #include "platform/fake/headless_desktop.h"
 #include "platform/services.h"
@@ -24,12 +27,15 @@ struct FakeServices {
                  .dialWindow = desktop,
                  .dialogs = dialogs,
                  .environment = environment,
+                 .files = files,
                  .loop = desktop,
                  .forms = own.forms ? *own.forms : desktop,
                  .interfaces = interfaces,
                  .processes = processes,
+                 .random = random,
                  .registry = registry,
                  .serial = own.serial ? *own.serial : serial,
+                 .settings = settings,
                  .telephony = telephony} {
     dialogs.ending = [this] { return desktop.ended(); };
   }
@@ -41,10 +47,13 @@ struct FakeServices {
   FakeClock clock;
   FakeDialogs dialogs{journal};
   FakeEnvironment environment;
+  FakeFiles files{journal};
   FakeInterfaceTable interfaces;
   FakeProcesses processes{journal};
+  FakeRandom random;
   FakeRegistry registry{journal};
   FakeSerialPort serial{journal};
+  FakeSettings settings{journal};
   FakeTelephony telephony{journal};
   Services services;
 };

@@ -189,8 +189,9 @@ void FormWindow::place() {
     ::GetWindowRect(other->window(), &taken);
     const RECT wanted{left, top, left + width, top + height};
     RECT common{};
-    if (::IntersectRect(&common, &taken, &wanted))
-      top = static_cast<int>(taken.bottom) + screen_.metrics().scaled(kGap);
+    const int below = static_cast<int>(taken.bottom) + screen_.metrics().scaled(kGap);
+    // Where there is no room below it stays over the middle.
+    if (::IntersectRect(&common, &taken, &wanted) && below + height <= work.bottom) top = below;
   }
   left = std::max<int>(work.left, std::min<int>(left, work.right - width));
   top = std::max<int>(work.top, std::min<int>(top, work.bottom - height));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "platform/win32/paint.h"
 
@@ -9,21 +10,25 @@ namespace pelvaro::win32 {
 
 namespace {
 
-constexpr int kRowHeight = 24, kIconLeft = 7, kIconSize = 16, kTextLeft = 31, kTextRight = 6;
+constexpr int kRowHeight = 24, kIconLeft = 7, kIconSize = 16, kTextLeft = 31;
+constexpr int kSideStep = 24;  // an arrow key scrolls the columns so far
 
 }  // namespace
 
 ListViewWindow::ListViewWindow(const ControlLayout& layout, ControlEvents& events,
                                const ControlSurroundings& surroundings)
     : ControlWindow(layout, events, surroundings) {
-  create(WC_LISTVIEWA, LVS_REPORT | LVS_SINGLESEL | LVS_OWNERDATA | LVS_NOCOLUMNHEADER | LVS_SHOWSELALWAYS |
-                           LVS_SHAREIMAGELISTS | WS_BORDER | WS_TABSTOP);
+  const DWORD columns = layout.headings ? LVS_NOSORTHEADER | WS_CLIPCHILDREN : LVS_NOCOLUMNHEADER;
+  create(WC_LISTVIEWA, LVS_REPORT | LVS_SINGLESEL | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS |
+                           WS_BORDER | WS_TABSTOP | columns);
+  if (layout.headings) header_.emplace(window_, metrics_, colours_);
   useFont();
   ::SendMessageA(window_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
   ::SetWindowPos(window_, nullptr, 0, 0, 0, 0,
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   rowHeight_ = ::ImageList_Create(1, scaled(kRowHeight) - 1, ILC_COLOR, 1, 0);
   ::SendMessageA(window_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(rowHeight_));
+  if (header_) return;
   LVCOLUMNA column{};
   ::SendMessageA(window_, LVM_INSERTCOLUMNA, 0, reinterpret_cast<LPARAM>(&column));
 }
@@ -38,6 +43,13 @@ void ListViewWindow::setColours(Colours colours) {
   ::SendMessageA(window_, LVM_SETBKCOLOR, 0, static_cast<LPARAM>(colours.background));
   ::SendMessageA(window_, LVM_SETTEXTBKCOLOR, 0, static_cast<LPARAM>(colours.background));
   ::SendMessageA(window_, LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(colours.text));
+  if (header_) header_->repaint();
+}
+
+void ListViewWindow::setColumns(std::span<const ListColumn> columns) {
+  if (!header_) return;
+  header_->setColumns(columns);
+  repaint();
 }
 
 void ListViewWindow::setRowCount(int count) {
@@ -51,6 +63,7 @@ void ListViewWindow::setRowCount(int count) {
 }
 
 void ListViewWindow::fitColumn(int spare) {
+  if (header_) return;
   // What the window has now, less the room that is wanted unless the scroll bar has it already.
   const bool scrolls = (::GetWindowLongA(window_, GWL_STYLE) & WS_VSCROLL) != 0;
   ::SendMessageA(window_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(client().right - (scrolls ? 0 : spare), 0));
@@ -98,15 +111,17 @@ void ListViewWindow::rightPressLost() {
   if (unreported && window_) reportClick();
 }
 
-// The row that begins with a text, from a start row on and then from the first: what typing a letter looks for.
+// The row that begins with a text, from a start row on and then from the first: what typing a letter looks for. It is
+// looked for in the first column that is seen.
 LRESULT ListViewWindow::findRow(UINT flags, std::string_view wanted, int start) const {
   constexpr LRESULT kNotFound = -1;
   if (!(flags & (LVFI_STRING | LVFI_PARTIAL)) || wanted.empty()) return kNotFound;
   const auto count = static_cast<int>(::SendMessageA(window_, LVM_GETITEMCOUNT, 0, 0));
   const bool part = (flags & LVFI_PARTIAL) != 0;
+  const int column = header_ ? header_->firstSeen() : 0;
   for (int i = 0; i < count; ++i) {
     const int row = (std::max(start, 0) + i) % count;
-    const std::string cell(events_.cellText(row, 0));
+    const std::string cell(events_.cellText(row, column));
     if (!part && cell.size() != wanted.size()) continue;
     if (cell.size() >= wanted.size() &&
         ::CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, cell.data(), static_cast<int>(wanted.size()),
@@ -117,6 +132,15 @@ LRESULT ListViewWindow::findRow(UINT flags, std::string_view wanted, int start) 
   return kNotFound;
 }
 
+void ListViewWindow::reportActivation() {
+  if (header_ && selectedRow() >= 0) loop_.guarded([this] { events_.itemActivated(); });
+}
+
+// Of a list with headings Enter activates the selected row; else it is left to the form's default button.
+bool ListViewWindow::wantsEnter(const MSG* asked) {
+  return header_ && asked && asked->message == WM_KEYDOWN && asked->wParam == VK_RETURN && selectedRow() >= 0;
+}
+
 LRESULT ListViewWindow::notified(NMHDR& header) {
   selectedKnown_ = false;
   switch (header.code) {
@@ -125,6 +149,7 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
     case static_cast<UINT>(LVN_ITEMCHANGED): {
       const auto& change = reinterpret_cast<NMLISTVIEW&>(header);
       const bool selected = (change.uNewState & LVIS_SELECTED) && !(change.uOldState & LVIS_SELECTED);
+      if (header_) repaint();  // the platform would draw a row as far as its columns go
       if (selected && change.iItem >= 0 && !ours_) {
         if (rightPressed_) {
           unreported_ = true;  // reported at the release, with the menu
@@ -144,6 +169,10 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
       if (window_) released(right ? MouseButton::right : MouseButton::left, click.ptAction.x, click.ptAction.y);
       return 0;
     }
+    case static_cast<UINT>(LVN_ITEMACTIVATE):
+      activated_ = holding_;
+      if (!holding_) reportActivation();
+      return 0;
     case static_cast<UINT>(LVN_BEGINRDRAG): rightPressLost(); return 0;
     case static_cast<UINT>(LVN_ODFINDITEMA): {
       const auto& asked = reinterpret_cast<NMLVFINDITEMA&>(header);
@@ -172,6 +201,20 @@ LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
       loop_.guarded([&] { events_.mousePressed(right ? MouseButton::right : MouseButton::left, x, y); });
       break;
     }
+    case WM_GETDLGCODE: {
+      const LRESULT wanted = passOn(number, wParam, lParam);
+      return wantsEnter(reinterpret_cast<const MSG*>(lParam)) ? wanted | DLGC_WANTMESSAGE : wanted;
+    }
+    case WM_KEYDOWN:
+      if (!header_ || (wParam != VK_LEFT && wParam != VK_RIGHT)) break;
+      scrollSideways(wParam == VK_LEFT ? -scaled(kSideStep) : scaled(kSideStep));
+      return 0;
+    case WM_CHAR:
+      if (wParam == VK_RETURN) return 0;  // no row begins with it
+      break;
+    case WM_NOTIFY:
+      if (header_ && header_->refuses(*reinterpret_cast<NMHDR*>(lParam))) return TRUE;
+      break;
     case WM_CANCELMODE: rightPressLost(); break;
     case WM_LBUTTONUP: released(MouseButton::left, x, y); break;
     case WM_RBUTTONUP: released(MouseButton::right, x, y); break;
@@ -202,19 +245,34 @@ LRESULT ListViewWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     }
     default: break;
   }
-  return passOn(number, wParam, lParam);
+  if (number != WM_LBUTTONDBLCLK && number != WM_KEYDOWN) return passOn(number, wParam, lParam);
+  holding_ = true;
+  const LRESULT result = passOn(number, wParam, lParam);
+  holding_ = false;
+  if (std::exchange(activated_, false) && window_) reportActivation();
+  return result;
 }
 
 // Every row covers its ground itself, so that nothing is drawn twice and nothing flickers.
 void ListViewWindow::eraseBelowRows(HDC dc) {
   RECT area = client();
-  const auto count = ::SendMessageA(window_, LVM_GETITEMCOUNT, 0, 0);
-  RECT last{LVIR_BOUNDS, 0, 0, 0};
-  if (count > 0 &&
-      ::SendMessageA(window_, LVM_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&last))) {
+  const auto count = static_cast<int>(::SendMessageA(window_, LVM_GETITEMCOUNT, 0, 0));
+  RECT last{};
+  if (count > 0) {
+    last = rowPlace(count - 1);
     area.top = std::min(area.bottom, std::max(area.top, last.bottom));
   }
   fill(dc, area, colours_.background);
+  if (!header_ || last.right >= area.right) return;
+  // Of the rows the platform has those parts drawn that the columns cover.
+  fill(dc, {last.right, 0, area.right, area.top}, colours_.background);
+  if (const int row = selectedRow(); row >= 0) drawRowGround(dc, row, rowPlace(row));
+}
+
+// By key, which not every system's list does by itself.
+void ListViewWindow::scrollSideways(int distance) {
+  if (!(::GetWindowLongA(window_, GWL_STYLE) & WS_HSCROLL)) return;
+  passOn(LVM_SCROLL, static_cast<WPARAM>(distance), 0);
 }
 
 // The menu key does what a right click on the selected row does.
@@ -234,14 +292,31 @@ void ListViewWindow::giveText(LVITEMA& item) {
   item.pszText[length] = '\0';
 }
 
+RECT ListViewWindow::rowPlace(int row) const {
+  RECT place{LVIR_BOUNDS, 0, 0, 0};
+  ::SendMessageA(window_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+  return place;
+}
+
 LRESULT ListViewWindow::drawRow(NMLVCUSTOMDRAW& drawing) {
   if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
   if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
   const int row = static_cast<int>(drawing.nmcd.dwItemSpec);
-  RECT area{LVIR_BOUNDS, 0, 0, 0};
-  ::SendMessageA(window_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area));
-  const Canvas canvas(drawing.nmcd.hdc, area);
-  const HDC dc = canvas.dc();
+  const RECT area = rowPlace(row);
+  RECT seen = area;
+  if (header_) {
+    seen.left = 0;
+    seen.right = client().right;
+  }
+  const Canvas canvas(drawing.nmcd.hdc, seen);
+  drawCells(canvas.dc(), row, area, drawRowGround(canvas.dc(), row, area));
+  return CDRF_SKIPDEFAULT;
+}
+
+// Also of the part of a row that no column covers. Gives the colour of its texts.
+COLORREF ListViewWindow::drawRowGround(HDC dc, int row, const RECT& area) {
+  RECT whole = area;
+  if (header_) whole.right = std::max(area.right, client().right);
   const bool contrast = metrics_.highContrast();
   const bool selected = ::SendMessageA(window_, LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) != 0;
   COLORREF ground = colours_.background;
@@ -251,17 +326,29 @@ LRESULT ListViewWindow::drawRow(NMLVCUSTOMDRAW& drawing) {
     ground = ::GetSysColor(COLOR_HIGHLIGHT);
     ink = ::GetSysColor(COLOR_HIGHLIGHTTEXT);
   }
-  fill(dc, area, ground);
-  if (selected && !contrast) frame(dc, area, palette::kSelectedEdge, metrics_.lineWidth());
+  fill(dc, whole, ground);
+  if (selected && !contrast) frame(dc, whole, palette::kSelectedEdge, metrics_.lineWidth());
+  return ink;
+}
+
+void ListViewWindow::drawCells(HDC dc, int row, const RECT& area, COLORREF ink) {
   if (picture_ != Picture::none) {
     const LONG left = area.left + scaled(kIconLeft);
     paintPicture(dc, metrics_, picture_, {left, area.top, left + scaled(kIconSize), area.bottom}, false);
   }
-  RECT place = area;
-  place.left += scaled(kTextLeft);
-  place.right -= scaled(kTextRight);
-  paintText(dc, events_.cellText(row, 0), place, metrics_.font(), ink, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
-  return CDRF_SKIPDEFAULT;
+  const LONG right = client().right;
+  for (int i = 0; i < (header_ ? header_->columnCount() : 1); ++i) {
+    RECT place = area;
+    if (header_) {
+      const RECT column = header_->column(i);
+      place.left = area.left + column.left;
+      place.right = area.left + column.right;
+    }
+    if (place.right <= 0 || place.left >= std::min(place.right, right)) continue;
+    place.left += scaled(header_ && (i > 0 || picture_ == Picture::none) ? kCellLeft : kTextLeft);
+    place.right -= scaled(kCellRight);
+    paintText(dc, events_.cellText(row, i), place, metrics_.font(), ink, DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
+  }
 }
 
 void ListViewWindow::drawFrame() {
@@ -273,6 +360,13 @@ void ListViewWindow::drawFrame() {
   const HDC dc = ::GetWindowDC(window_);
   if (!focused()) frame(dc, whole, colours_.background, metrics_.ringWidth());
   frame(dc, whole, edge, focused() ? metrics_.ringWidth() : metrics_.lineWidth());
+  if (constexpr LONG kBoth = WS_HSCROLL | WS_VSCROLL; (::GetWindowLongA(window_, GWL_STYLE) & kBoth) == kBoth) {
+    // Where the scroll bars meet the platform may miss a strip, having been given less room than it thinks.
+    const RECT inner = client();
+    const LONG ring = metrics_.ringWidth();
+    fill(dc, {ring + inner.right, ring + inner.bottom, whole.right - ring, whole.bottom - ring},
+         ::GetSysColor(COLOR_BTNFACE));
+  }
   ::ReleaseDC(window_, dc);
 }
 

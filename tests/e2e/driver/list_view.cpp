@@ -95,10 +95,13 @@ RECT rowRect(HWND list, int row) {
   ask(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
   Lent lent(list);
   RECT r = {};
-  r.left = LVIR_LABEL;
-  lent.write(&r, sizeof r);
-  ask(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(lent.at()));
-  lent.read(0, &r, sizeof r);
+  for (const LONG part : {LVIR_LABEL, LVIR_BOUNDS}) {
+    r.left = part;
+    lent.write(&r, sizeof r);
+    ask(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(lent.at()));
+    lent.read(0, &r, sizeof r);
+    if (r.right > r.left) break;  // a first column without a width has no label to be seen
+  }
   MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&r), 2);
   return r;
 }

@@ -1,0 +1,89 @@
+// Any bytes as an operator list file: a list, or run-time error 5. What was read comes back when it is saved; the check
+// names a line for every error. The same bytes as CSV: a list that comes back as CSV, or messages.
+#include <algorithm>
+#include <cstdlib>
+
+#include "base/runtime_error.h"
+#include "commands.h"
+#include "operators/list_check.h"
+#include "operators/mod_encrypt.h"
+#include "operators/operator_list.h"
+
+namespace {
+
+using namespace pelvaro;
+using namespace pelvaro::operators;
+
+void check(bool holds) {
+  if (!holds) std::abort();
+}
+
+// Whether a text is sure to come back: a NUL never does, and some others need keys that do not go together.
+bool comesBack(std::string_view text) {
+  return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) <= 10; });
+}
+bool comesBack(const Record& record) {
+  return comesBack(record.rest) && std::all_of(record.fields.begin(), record.fields.end(),
+                                               [](std::string_view field) { return comesBack(field); });
+}
+
+void checkSaved(const OperatorList& list, SeededRandom& random) {
+  bool all = comesBack(list.header());
+  for (std::size_t row = 0; row < list.size(); ++row) all = all && comesBack(list.record(row));
+  try {
+    const OperatorList again(list.bytes(random));
+    check(again.size() == list.size());
+    for (std::size_t row = 0; row < list.size(); ++row) {
+      const Record before = list.record(row), after = again.record(row);
+      check(!comesBack(before) || (before.fields == after.fields && before.rest == after.rest));
+    }
+  } catch (const RuntimeError&) {
+    check(!all);  // a line that is out of step
+  }
+}
+
+void checkPlaces(const OperatorList& list) {
+  std::size_t rows = 0, places = 0;
+  for (const auto place : list.places()) {
+    if (++places > 20) return;
+    const auto found = list.rowsOf(place);
+    check(!found.empty() && list.field(found.front(), 0) == place);
+    rows += found.size();
+  }
+  check(rows == list.size());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  SeededRandom random(size > 0 ? data[0] : 0);
+  bool damaged = false;
+  const std::size_t records = checkList(bytes, [&](std::size_t line, const std::string& what) {
+    check(line > 0);
+    damaged = damaged || what.starts_with("cannot be unscrambled");
+  });
+  try {
+    const OperatorList list(bytes);
+    check(!damaged && list.size() == records);
+    checkPlaces(list);
+    checkSaved(list, random);
+  } catch (const RuntimeError& error) {
+    check(damaged && error.number() == 5);
+  }
+  check((toCsv(bytes).exit == Exit::faulty) == damaged);
+
+  const std::string line = modEncrypt::Scramble(bytes, random);
+  check(line.size() <= 2 * bytes.size() + 2);
+  if (comesBack(bytes)) check(modEncrypt::Unscramble(line) == bytes);
+
+  const Outcome made = fromCsv(bytes, random);
+  check((made.exit == Exit::fine) == made.message.empty());
+  if (made.exit == Exit::fine) {
+    const Outcome csv = toCsv(made.output);
+    SeededRandom other(1);
+    const Outcome again = fromCsv(csv.output, other);
+    check(again.exit == Exit::fine && toCsv(again.output).output == csv.output);
+  }
+  return 0;
+}

@@ -1,0 +1,3 @@
+#include "../byte_streams.h"
+
+void useByteStreams() {}
