@@ -114,9 +114,20 @@ LRESULT ControlWindow::message(UINT number, WPARAM wParam, LPARAM lParam) { retu
 
 void ControlWindow::setText(const std::string& text) { ::SetWindowTextA(window_, text.c_str()); }
 
-void ControlWindow::setVisible(bool visible) { ::ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE); }
+// A control that can no longer hold the focus hands it on; the keyboard would reach nobody otherwise.
+void ControlWindow::passFocusOn() const {
+  if (!focused()) return;
+  const HWND next = ::GetNextDlgTabItem(form_, window_, FALSE);
+  if (next && next != window_) ::SetFocus(next);
+}
+
+void ControlWindow::setVisible(bool visible) {
+  if (!visible) passFocusOn();
+  ::ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
+}
 
 void ControlWindow::setEnabled(bool enabled) {
+  if (!enabled) passFocusOn();
   ::EnableWindow(window_, enabled);
   repaint();
 }

@@ -97,6 +97,7 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   bool hovered_ = false;
 
  private:
+  void passFocusOn() const;
   static LRESULT CALLBACK procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam);
 
   WNDPROC platformProcedure_ = nullptr;
