@@ -200,6 +200,7 @@ void FormWindow::place() {
 
 void FormWindow::show(bool modal) {
   place();
+  if (!shown_) before_ = screen_.activeWindow();
   if (modal && disabled_.empty()) disabled_ = screen_.disableOthers(window_);
   if (::IsIconic(window_)) ::ShowWindow(window_, SW_RESTORE);
   const bool fresh = !lastFocus_;
@@ -225,6 +226,11 @@ void FormWindow::endModal() {
 void FormWindow::hide() {
   endModal();
   shown_ = false;
+  // Back to the window that it was opened from; the platform would choose the owner, which is always the main form.
+  if (::GetActiveWindow() == window_ && before_ != window_ && ::IsWindowVisible(before_) &&
+      ::IsWindowEnabled(before_)) {
+    ::SetActiveWindow(before_);
+  }
   ::ShowWindow(window_, SW_HIDE);
   tellControls(false);
   lastFocus_ = nullptr;

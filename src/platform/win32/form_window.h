@@ -80,6 +80,7 @@ class FormWindow : public FormPeer, public std::enable_shared_from_this<FormWind
   HWND tooltips_ = nullptr;                             // made when a control first asks for it
   std::vector<std::pair<HWND, const char*>> children_;  // with their names
   HWND lastFocus_ = nullptr;
+  HWND before_ = nullptr;  // the one of our windows that was active when this form was shown
   Colours colours_{0xFFFFFF, 0};
   bool inOptions_ = false;  // the control made last is an option button
   bool placed_ = false;
