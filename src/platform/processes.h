@@ -6,8 +6,7 @@
 
 namespace pelvaro {
 
-// How a program's window is first shown (SW_SHOWNORMAL, SW_SHOWMINIMIZED).
-constexpr std::uint16_t kShowNormal = 1;
+// How a program's window is first shown: SW_SHOWMINIMIZED.
 constexpr std::uint16_t kShowMinimised = 2;
 
 struct Processes {
