@@ -288,11 +288,24 @@ class Window:
         items = self.combo(control)["items"]
         if text not in items:
             raise Failure("%s offers %r, not %r" % (control, items, text))
-        self.driver.call("keys", "home", *["down"] * items.index(text))
-        wait_for(lambda: self.combo(control)["text"] == text, self.limit, "%s shows %r" % (control, text))
+        row = items.index(text)
+        chosen = lambda: self.combo(control)["selected"] == row
+        for _ in range(3):
+            self.driver.call("keys", "home", *["down"] * row)
+            with contextlib.suppress(Failure):
+                wait_for(chosen, self.limit / 2, "the choice")
+                return
+            if self.driver.call("focus")["focusControl"] == control:
+                break
+            self._call("activate")  # without a window manager the display may take the keyboard away from a new window
+            self.focus_with_tab(control)
+        raise Failure("%s: %r is wanted, %r is chosen; the keyboard: %r" %
+                      (control, text, self.combo(control)["text"], self.driver.call("focus")))
 
     def focus_with_tab(self, control):
         """Presses Tab until the control has the focus."""
+        with contextlib.suppress(Failure):  # a new window is in front a moment before its first control has the focus
+            wait_for(lambda: self.driver.call("focus")["focusControl"] in self.controls(), 2, "a focus")
         for _ in range(40):
             before = self.driver.call("focus")["focusControl"]
             if before == control:

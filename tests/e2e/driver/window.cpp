@@ -49,12 +49,14 @@ LRESULT ask(HWND window, UINT message, WPARAM w, LPARAM l) {
 }
 
 std::string windowText(HWND window) {
-  auto length = ask(window, WM_GETTEXTLENGTH);
-  if (length <= 0) return "";
-  std::string text(static_cast<size_t>(length) + 1, '\0');
-  auto got = ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-  text.resize(static_cast<size_t>(got < 0 ? 0 : got));
-  return text;
+  for (auto length = ask(window, WM_GETTEXTLENGTH);; length = 2 * length + 64) {
+    // With room to spare: a text that has grown since it was measured fills the block and is asked for again.
+    std::string text(static_cast<size_t>(length < 0 ? 0 : length) + 16, '\0');
+    const auto got = ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    if (got + 1 >= static_cast<LRESULT>(text.size())) continue;
+    text.resize(static_cast<size_t>(got < 0 ? 0 : got));
+    return text;
+  }
 }
 
 RECT screenRect(HWND window) {
