@@ -55,6 +55,14 @@ double scanNumber(std::string_view text, std::size_t& end) {
   return std::strtod(std::string(text.substr(begin, at - begin)).c_str(), nullptr);
 }
 
+// The number that the text is from end to end, blanks around it aside.
+double wholeNumber(std::string_view text) {
+  std::size_t end = 0;
+  const double value = scanNumber(text, end);
+  if (end == 0 || !trimmed(text.substr(end)).empty()) throw RuntimeError(13, "Type mismatch");
+  return value;
+}
+
 }  // namespace
 
 std::int32_t add32(std::int32_t a, std::int32_t b) { return fitting<std::int32_t>(static_cast<double>(a) + b); }
@@ -70,12 +78,8 @@ double leadingNumber(std::string_view text) {
   return scanNumber(text, end);
 }
 
-std::uint8_t toByte(std::string_view text) {
-  std::size_t end = 0;
-  const double value = scanNumber(text, end);
-  if (end == 0 || !trimmed(text.substr(end)).empty()) throw RuntimeError(13, "Type mismatch");
-  return fitting<std::uint8_t>(std::rint(value));
-}
+std::uint8_t toByte(std::string_view text) { return fitting<std::uint8_t>(std::rint(wholeNumber(text))); }
+std::int16_t toInt16(std::string_view text) { return toInt16(wholeNumber(text)); }
 
 std::string grouped(std::int32_t value, const NumberStyle& style) {
   char digits[16];

@@ -23,9 +23,10 @@ std::int32_t roundedForText(double value);
 // infinite when it is too large for a double.
 double leadingNumber(std::string_view text);
 
-// The text as a number from 0 to 255, halves to the even neighbour. A text that is not a number from end to end, blanks
-// around it aside, throws run-time error 13, "Type mismatch".
+// The text as a number from 0 to 255, or as a 16-bit one, halves to the even neighbour. A text that is not a number
+// from end to end, blanks around it aside, throws run-time error 13, "Type mismatch".
 std::uint8_t toByte(std::string_view text);
+std::int16_t toInt16(std::string_view text);
 
 // How numbers are grouped: the separator, and the group sizes from the right as the system writes them ("3;0": threes
 // for ever, "3;2;0": a three, then twos, "3": one three, "0": none). Windows SDK: LOCALE_STHOUSAND, LOCALE_SGROUPING.

@@ -130,6 +130,17 @@ TEST(ToByte, RefusesWhatIsNoNumberOrDoesNotFit) {
   expectOverflow([] { toByte("1e400"); });
 }
 
+TEST(ToInt16OfText, TakesWholeTextsThatFit) {
+  EXPECT_EQ(toInt16("-1"), -1);
+  EXPECT_EQ(toInt16(" 0.5 "), 0);
+  EXPECT_EQ(toInt16("1.5"), 2);
+  EXPECT_EQ(toInt16("32767"), 32767);
+  EXPECT_EQ(toInt16("-32768"), -32768);
+  for (const char* text : {"", "1x", "--1"}) EXPECT_THROW(toInt16(text), RuntimeError) << text;
+  expectOverflow([] { toInt16("32768"); });
+  expectOverflow([] { toInt16("32767.5"); });
+}
+
 TEST(Grouped, FollowsTheLocalesGroups) {
   const struct {
     std::int32_t value;

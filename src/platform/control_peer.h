@@ -34,7 +34,7 @@ enum class ControlKind {
   checkBox,
   textBox,
   passwordBox,
-  comboBox,  // a drop-down list; its text is that of the selected entry, so its caption is empty
+  comboBox,  // a drop-down list that shows the selected entry, or its caption while none is selected
   listView,
   animation,
 };
@@ -106,6 +106,9 @@ struct FormLayout {
   const char* defaultButton = nullptr;  // the button that Enter presses
   const char* firstFocus = nullptr;
 };
+
+// How the mouse pointer looks over a form.
+enum class Pointer { arrow, hourglass };
 
 enum class MouseButton { none = 0, left = 1, right = 2 };
 
@@ -189,6 +192,7 @@ struct FormPeer {
   virtual void hide() = 0;
   virtual void moveBy(int dx, int dy) = 0;
   virtual void minimise() = 0;
+  virtual void setPointer(Pointer pointer) = 0;
 };
 
 struct FormFactory {

@@ -14,6 +14,8 @@ struct Environment {
   virtual ~Environment() = default;
   // The folder of the running executable, without a backslash at its end.
   virtual std::string programFolder() = 0;
+  // The value of an environment variable, empty when it is not set. The case of names does not count.
+  virtual std::string variable(const std::string& name) = 0;
   // How the user's locale groups numbers, asked anew each time.
   virtual NumberStyle numberStyle() = 0;
 };

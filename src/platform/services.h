@@ -17,6 +17,7 @@ struct RandomSource;
 struct Registry;
 struct SerialPort;
 struct Settings;
+struct Shutdown;
 struct Telephony;
 
 struct Services {
@@ -34,6 +35,7 @@ struct Services {
   Registry& registry;
   SerialPort& serial;
   Settings& settings;
+  Shutdown& shutdown;
   Telephony& telephony;
 };
 

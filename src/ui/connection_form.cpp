@@ -5,12 +5,12 @@
 #include "base/runtime_error.h"
 #include "base/text.h"
 #include "devices/brand.h"
+#include "drivers/mod_wait.h"
 #include "phonebook/dial_params.h"
 #include "phonebook/entry_properties.h"
 #include "phonebook/modem_list.h"
 #include "phonebook/ras_error_text.h"
 #include "platform/dialogs.h"
-#include "platform/processes.h"
 #include "ui/colour_scheme.h"
 #include "ui/form_layouts.h"
 #include "ui/windows.h"
@@ -23,7 +23,6 @@ constexpr const char* kNoModem = "--No Modem detect--";
 constexpr const char* kEnterNumber = "Please enter the dialup number.";
 constexpr const char* kFillInName = "Please fill in the name";
 constexpr const char* kBluetoothAdvice = "Please manually add the device for bluetooth connection.";
-constexpr const char* kAddModem = "RunDLL32 shell32.dll,Control_RunDLL MODEM.CPL,Modems,Add";
 constexpr const char* kAddNow = "Add Now";
 constexpr const char* kModify = "Modify";
 constexpr int kUsb = 0;  // in the list of connection types
@@ -209,14 +208,17 @@ void Form2::refreshDevices() {
 }
 
 void Form2::addDeviceManually() {
-  if (!services().processes.start(kAddModem, kShowMinimised)) throw RuntimeError(53, "File not found");
+  modWait::start(services().processes, modWait::kModemApplet, kShowMinimised);
   savedDeviceCount_ = Combo1.count();
   timerRefresh.setEnabled(true);
 }
 
 // Hidden for Bluetooth, so the advice is reached by a message only.
 void Form2::driverOrAdvice() {
-  if (Combo3.selected() == kUsb) return;
+  if (Combo3.selected() == kUsb) {
+    windows_.driverForm.show();
+    return;
+  }
   const unsigned life = lives_;
   services().dialogs.messageBox(kBluetoothAdvice, kButtonsOk);
   if (lives_ == life) addDeviceManually();

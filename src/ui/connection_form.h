@@ -24,6 +24,8 @@ class Form2 : public ProgramForm {
   void open(bool modify);
   // Fills the boxes from the connection selected in the main window.
   void getDetail();
+  // Empties the list of modems and fills it anew; nothing is selected afterwards. Loads the editor if need be.
+  void refillDevices() { fillDevices(); }
   // Ends the asking of phones that is under way, as though none answered.
   void stopProbe();
 

@@ -194,6 +194,23 @@ constexpr ControlLayout kFrmStatusControls[] = {
 };
 constexpr Rect96 kFrmStatusRules[] = {{1, 28, 326, 1}};
 
+constexpr ControlLayout kFrmDriverControls[] = {
+    {.name = "captionLabel", .kind = label, .caption = "Pelvaro - Drivers", .place = {16, 5, 315, 20}, .style = title},
+    {.name = "Label1", .kind = label, .caption = "Brand", .place = {16, 44, 112, 24}},
+    {.name = "Combo1", .kind = comboBox, .caption = "Choose the Brand", .place = {136, 44, 224, 24}},
+    {.name = "Label2", .kind = label, .caption = "Model", .place = {16, 76, 112, 24}},
+    {.name = "Combo2", .kind = comboBox, .caption = "Choose the Model", .place = {136, 76, 224, 24}},
+    {.name = "Label3", .kind = label, .caption = "Connection Type", .place = {16, 108, 112, 24}},
+    {.name = "Combo3", .kind = comboBox, .caption = "", .place = {136, 108, 224, 24}},
+    {.name = "Label5", .kind = label, .caption = "Driver Support", .place = {16, 140, 112, 24}},
+    {.name = "driverlbl", .kind = label, .caption = "", .place = {136, 140, 224, 24}, .style = bold},
+    {.name = "Command1", .kind = commandButton, .caption = "Install", .place = {16, 188, 96, 28}},
+    {.name = "cmdOK", .kind = commandButton, .caption = "OK", .place = {168, 188, 92, 28}},
+    {.name = "Command3", .kind = commandButton, .caption = "Exit", .place = {268, 188, 92, 28}},
+    {.name = "Label4", .kind = closeMark, .caption = "Close", .place = {339, 1, 36, 27}},
+};
+constexpr Rect96 kFrmDriverRules[] = {{1, 28, 374, 1}, {16, 176, 344, 1}};
+
 constexpr ControlLayout field(const char* name, Rect96 place) {
   return {.name = name,
           .kind = textBox,
@@ -285,6 +302,15 @@ const FormLayout kFrmStatus{.name = "frmStatus",
                             .rules = kFrmStatusRules,
                             .defaultButton = "Command1",
                             .firstFocus = "Command1"};
+
+const FormLayout kFrmDriver{.name = "frmDriver",
+                            .title = "Pelvaro - Drivers",
+                            .width = 376,
+                            .height = 232,
+                            .controls = kFrmDriverControls,
+                            .rules = kFrmDriverRules,
+                            .defaultButton = "Command1",
+                            .firstFocus = "Combo1"};
 
 const FormLayout kFrmEdit{.name = "frmEdit",
                           .title = "Pelvaro - Edit",

@@ -12,6 +12,7 @@ extern const FormLayout kForm3;
 extern const FormLayout kForm4;
 extern const FormLayout kForm5;
 extern const FormLayout kForm6;
+extern const FormLayout kFrmDriver;
 extern const FormLayout kFrmEdit;
 extern const FormLayout kFrmStatus;
 

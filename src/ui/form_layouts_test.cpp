@@ -11,7 +11,7 @@
 namespace pelvaro::layouts {
 namespace {
 
-const FormLayout* const kAll[] = {&kForm1, &kForm2, &kForm3, &kForm4, &kForm5, &kForm6, &kFrmEdit, &kFrmStatus};
+const FormLayout* const kAll[] = {&kForm1, &kForm2, &kForm3, &kForm4, &kForm5, &kForm6, &kFrmDriver, &kFrmEdit, &kFrmStatus};
 
 const ControlLayout& control(const FormLayout& form, const std::string& name) {
   for (const ControlLayout& row : form.controls) {
@@ -32,6 +32,7 @@ TEST(Layouts, FormsHaveTheirTitlesAndSizes) {
                                                     {"Form3", "Pelvaro - Operators 600x364"},
                                                     {"Form4", "Pelvaro - Connect 360x172"},
                                                     {"frmEdit", "Pelvaro - Edit 568x268"},
+                                                    {"frmDriver", "Pelvaro - Drivers 376x232"},
                                                     {"Form5", "Pelvaro 280x148"},
                                                     {"Form6", "Pelvaro - Limitation 304x168"},
                                                     {"frmStatus", "Connection 328x148"}};
@@ -50,6 +51,7 @@ TEST(Layouts, ControlsStandWhereTheyAreDrawn) {
   EXPECT_EQ(place(control(kForm2, "Image2").place), "344,264,96,32");
   EXPECT_EQ(place(control(kForm3, "ListView2").place), "16,80,568,224");
   EXPECT_EQ(place(control(kFrmEdit, "Text1(9)").place), "392,172,160,24");
+  EXPECT_EQ(place(control(kFrmDriver, "driverlbl").place), "136,140,224,24");
   EXPECT_EQ(place(control(kForm4, "Text2").place), "152,76,192,24");
   EXPECT_EQ(place(control(kForm5, "Animation1").place), "48,44,184,64");
   EXPECT_EQ(place(control(kForm6, "Option2").place), "16,76,112,24");

@@ -9,6 +9,7 @@ Windows::Windows(Services& services)
       form4(*this, services, group_),
       form5(*this, services, group_),
       form6(*this, services, group_),
+      driverForm(*this, services, group_),
       recordForm(services, group_),
       statusForm(*this, services, group_),
       dial{.ras = services.ras, .windows = services.dialWindow, .loop = services.loop, .screen = *this},

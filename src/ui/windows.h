@@ -8,6 +8,7 @@
 #include "dialer/dial_form.h"
 #include "ui/connection_form.h"
 #include "ui/credentials_form.h"
+#include "ui/driver_form.h"
 #include "ui/limitation_form.h"
 #include "ui/main_form.h"
 #include "ui/operators_form.h"
@@ -30,6 +31,7 @@ struct Windows : private DialerScreen {
   Form4 form4;
   Form5 form5;
   Form6 form6;
+  frmDriver driverForm;
   frmEdit recordForm;
   frmStatus statusForm;
   DialContext dial;

@@ -16,6 +16,31 @@ struct FakeProcesses : Processes {
     journal.add("Start " + std::to_string(windowStyle) + " " + commandLine);
     return !missing;
   }
+
+  bool unstartable = false;  // what is to be waited for
+  std::uint32_t exit = 0;    // its exit code
+  int open = 0;              // handles that are open now
+
+  bool create(const std::string& commandLine, bool inheritHandles, std::uint32_t flags,
+              ProgramHandles& handles) override {
+    journal.add("CreateProcess " + std::to_string(inheritHandles) + " " + std::to_string(flags) + " " + commandLine);
+    handles = unstartable ? ProgramHandles{} : ProgramHandles{.process = 71, .thread = 72};
+    if (!unstartable) open += 2;
+    return !unstartable;
+  }
+  std::uint32_t waitFor(ProcessHandle process, std::uint32_t milliseconds) override {
+    journal.add("WaitForSingleObject " + std::to_string(process) + " " + std::to_string(milliseconds));
+    return process == 0 ? 0xFFFFFFFF : 0;
+  }
+  bool exitCode(ProcessHandle process, std::uint32_t& code) override {
+    journal.add("GetExitCodeProcess " + std::to_string(process));
+    if (process != 0) code = exit;
+    return process != 0;
+  }
+  void close(ProcessHandle handle) override {
+    journal.add("CloseHandle " + std::to_string(handle));
+    if (handle != 0) --open;
+  }
 };
 
 }  // namespace pelvaro::fake

@@ -36,6 +36,7 @@ struct FakeServices {
                  .registry = registry,
                  .serial = own.serial ? *own.serial : serial,
                  .settings = settings,
+                 .shutdown = shutdown,
                  .telephony = telephony} {
     dialogs.ending = [this] { return desktop.ended(); };
   }
@@ -54,6 +55,7 @@ struct FakeServices {
   FakeRegistry registry{journal};
   FakeSerialPort serial{journal};
   FakeSettings settings{journal};
+  FakeShutdown shutdown{journal};
   FakeTelephony telephony{journal};
   Services services;
 };

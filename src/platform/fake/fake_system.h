@@ -1,14 +1,16 @@
-// The small services for tests: clock, environment, registry and telephony, planted and journalled.
+// The small services for tests: clock, environment, registry, shutdown and telephony, planted and journalled.
 #pragma once
 
 #include <map>
 #include <string>
 #include <vector>
 
+#include "base/text.h"
 #include "platform/clock.h"
 #include "platform/environment.h"
 #include "platform/fake/journal.h"
 #include "platform/registry.h"
+#include "platform/shutdown.h"
 #include "platform/telephony.h"
 
 namespace pelvaro::fake {
@@ -21,8 +23,44 @@ struct FakeClock : Clock {
 struct FakeEnvironment : Environment {
   std::string folder = "C:\\Pelvaro";
   NumberStyle style;
+  std::map<std::string, std::string> variables;  // by name in lower case
   std::string programFolder() override { return folder; }
   NumberStyle numberStyle() override { return style; }
+  std::string variable(const std::string& name) override {
+    const auto found = variables.find(lowered(name));
+    return found == variables.end() ? std::string() : found->second;
+  }
+};
+
+struct FakeShutdown : Shutdown {
+  explicit FakeShutdown(Journal& log) : journal(log) {}
+
+  Journal& journal;
+  TokenHandle token = 81;
+  std::array<std::uint32_t, 2> luid{19, 0};
+
+  TokenHandle openOwnToken(std::uint32_t access) override {
+    journal.add("OpenProcessToken " + std::to_string(access));
+    return token;
+  }
+  bool lookupPrivilege(const std::string& system, const std::string& name,
+                       std::array<std::uint32_t, 2>& identifier) override {
+    journal.add("LookupPrivilegeValue '" + system + "' " + name);
+    identifier = luid;
+    return true;
+  }
+  bool adjustPrivileges(TokenHandle of, bool disableAll, const PrivilegeRecord& record,
+                        std::uint32_t bufferLength) override {
+    journal.add("AdjustTokenPrivileges " + std::to_string(of) + " " + std::to_string(disableAll) + " " +
+                std::to_string(record.count) + ":" + std::to_string(record.identifier[0]) + "," +
+                std::to_string(record.identifier[1]) + "," + std::to_string(record.attributes) + " " +
+                std::to_string(bufferLength));
+    return true;
+  }
+  bool exitWindows(std::uint32_t flags, std::uint32_t reason) override {
+    journal.add("ExitWindowsEx " + std::to_string(flags) + " " + std::to_string(reason));
+    return true;
+  }
 };
 
 struct FakeRegistry : Registry {

@@ -62,6 +62,7 @@ class HeadlessDesktop::HeadlessForm : public FormPeer {
   }
   void moveBy(int, int) override {}
   void minimise() override {}
+  void setPointer(Pointer) override {}
 
  private:
   HeadlessDesktop& desktop_;

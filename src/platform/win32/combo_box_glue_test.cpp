@@ -338,6 +338,24 @@ TEST_F(ComboBox, TheBoxIsAnInputWithAnArrow) {
   EXPECT_EQ(drawing().at(1, 1), palette::kAccent);
 }
 
+TEST_F(ComboBox, WithoutASelectionItsCaptionIsShownMuted) {
+  constexpr ControlLayout prompting{
+      .name = "Combo2", .kind = ControlKind::comboBox, .caption = "Choose the Brand", .place = {0, 120, 150, 24}};
+  Events others;
+  const std::shared_ptr<ControlPeer> box = form->createControl(prompting, others);
+  box->setColours({0xFFFFFF, kInputText});
+  const auto drawn = [&] {
+    return WindowDrawing(dynamic_cast<ControlWindow&>(*box).window(), scaled(150), scaled(24));
+  };
+  EXPECT_GT(drawn().count(palette::kMuted), 0);
+  EXPECT_EQ(drawn().count(kInputText), 0);
+  others.rows = {"Nokia"};
+  box->setRowCount(1);
+  box->selectRow(0);
+  EXPECT_EQ(drawn().count(palette::kMuted), 0);
+  EXPECT_GT(drawn().count(kInputText), 0);
+}
+
 TEST_F(ComboBox, ADisabledBoxHasTheDisabledGroundAndMutedText) {
   combo->selectRow(0);
   combo->setEnabled(false);

@@ -124,7 +124,9 @@ void ComboBoxWindow::drawBox(HDC target) {
   const LONG top = (area.bottom - size) / 2;
   arrowDown(dc, {left, top, left + size, top + size}, arrow);
   const RECT place{scaled(kComboPadding), 0, left, area.bottom};
-  paintText(dc, events_.cellText(selectedRow(), 0), place, metrics_.font(), ink,
+  const bool chosen = selectedRow() >= 0;
+  if (!chosen && !contrast) ink = palette::kMuted;
+  paintText(dc, chosen ? events_.cellText(selectedRow(), 0) : layout_.caption, place, metrics_.font(), ink,
             DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS);
 }
 

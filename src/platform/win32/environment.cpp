@@ -14,6 +14,12 @@ std::string SystemEnvironment::programFolder() {
   return folder.substr(0, slash == std::string::npos ? 0 : slash);
 }
 
+std::string SystemEnvironment::variable(const std::string& name) {
+  char value[32768];  // the longest that a variable can be
+  const DWORD length = ::GetEnvironmentVariableA(name.c_str(), value, sizeof value);
+  return {value, length < sizeof value ? length : 0};
+}
+
 NumberStyle SystemEnvironment::numberStyle() {
   NumberStyle style;
   wchar_t wide[16];

@@ -7,6 +7,7 @@ namespace pelvaro::win32 {
 
 struct SystemEnvironment : Environment {
   std::string programFolder() override;
+  std::string variable(const std::string& name) override;
   NumberStyle numberStyle() override;
 };
 

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 
+#include "base/text.h"
+#include "platform/win32/system_library.h"
 #include "platform/win32/windows_header.h"
+// Behind windows.h.
+#include <shellapi.h>
 
 namespace pelvaro::win32 {
 
@@ -28,6 +32,7 @@ class FileHandle {
 };
 
 constexpr DWORD kBlock = 1 << 16;
+constexpr std::size_t kMostNames = 10000;  // of a folder; a driver has some ten files
 
 bool writeNew(const std::string& path, std::string_view bytes) {
   FileHandle file(
@@ -85,6 +90,52 @@ bool SystemFiles::replaceWhole(const std::string& path, std::string_view bytes) 
   }
   ::DeleteFileA(fresh.c_str());
   return false;
+}
+
+bool SystemFiles::isFolder(const std::string& path) {
+  const DWORD attributes = ::GetFileAttributesA(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+bool SystemFiles::makeFolder(const std::string& path) { return ::CreateDirectoryA(path.c_str(), nullptr); }
+
+std::vector<std::string> SystemFiles::namesIn(const std::string& folder, const std::string& ending) {
+  std::vector<std::string> names;
+  WIN32_FIND_DATAA found{};
+  const HANDLE search = ::FindFirstFileA((folder + "\\*").c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return names;
+  constexpr DWORD kNotListed = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+  do {
+    // The ending itself is looked at: the platform's own pattern takes short names into account.
+    const std::string name = found.cFileName;
+    if (!(found.dwFileAttributes & kNotListed) && lowered(name).ends_with(ending)) names.push_back(name);
+  } while (names.size() < kMostNames && ::FindNextFileA(search, &found));
+  ::FindClose(search);
+  std::sort(names.begin(), names.end(),
+            [](const std::string& a, const std::string& b) { return ::lstrcmpiA(a.c_str(), b.c_str()) < 0; });
+  return names;
+}
+
+void SystemFiles::shellCopy(const std::string& from, const std::string& to, std::uint32_t flags) {
+  // Loaded when it is needed: most days nobody installs a driver.
+  static SystemLibrary shell("shell32.dll");
+  using Operation = int(WINAPI*)(LPSHFILEOPSTRUCTA);
+  static SystemFunction<Operation> operation(shell, "SHFileOperationA");
+  const std::string fromList = from + '\0', toList = to + '\0';  // lists of one path: two NULs end them
+  SHFILEOPSTRUCTA record{};
+  record.wFunc = FO_COPY;
+  record.pFrom = fromList.c_str();
+  record.pTo = toList.c_str();
+  record.fFlags = static_cast<FILEOP_FLAGS>(flags);
+  operation.call(0, &record);
+}
+
+std::size_t SystemFiles::shortPathName(const std::string& path, char* buffer, std::size_t size) {
+  return ::GetShortPathNameA(path.c_str(), buffer, static_cast<DWORD>(size));
+}
+
+bool SystemFiles::moveFileEx(const std::string& from, const std::string& to, std::uint32_t flags) {
+  return ::MoveFileExA(from.c_str(), to.c_str(), flags);
 }
 
 }  // namespace pelvaro::win32

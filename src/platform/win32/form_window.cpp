@@ -246,6 +246,16 @@ void FormWindow::moveBy(int dx, int dy) {
   ::SetWindowPos(window_, nullptr, own.left + dx, own.top + dy, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void FormWindow::setPointer(Pointer pointer) {
+  pointer_ = pointer == Pointer::hourglass ? ::LoadCursorA(nullptr, IDC_WAIT) : nullptr;
+  // A pointer that rests over the form is shown anew only when it is asked for.
+  POINT place{};
+  ::GetCursorPos(&place);
+  if (const HWND under = ::WindowFromPoint(place); under == window_ || ::IsChild(window_, under)) {
+    ::PostMessageA(under, WM_SETCURSOR, reinterpret_cast<WPARAM>(under), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+  }
+}
+
 void FormWindow::minimise() { ::ShowWindow(window_, SW_MINIMIZE); }
 
 LRESULT CALLBACK FormWindow::procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {
@@ -262,6 +272,10 @@ LRESULT CALLBACK FormWindow::procedure(HWND window, UINT number, WPARAM wParam, 
 LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   switch (number) {
     case WM_ERASEBKGND: return 1;
+    case WM_SETCURSOR:  // controls ask their form first
+      if (!pointer_) break;
+      ::SetCursor(pointer_);
+      return TRUE;
     case WM_PAINT: paint(); return 0;
     case kFocusTaken: lastFocus_ = reinterpret_cast<HWND>(lParam); return 0;
     case kAskFormColour: return static_cast<LRESULT>(colours_.background);

@@ -55,6 +55,7 @@ class FormWindow : public FormPeer, public std::enable_shared_from_this<FormWind
   void hide() override;
   void moveBy(int dx, int dy) override;
   void minimise() override;
+  void setPointer(Pointer pointer) override;
 
   HWND window() const { return window_; }
 
@@ -82,6 +83,7 @@ class FormWindow : public FormPeer, public std::enable_shared_from_this<FormWind
   HWND lastFocus_ = nullptr;
   HWND before_ = nullptr;  // the one of our windows that was active when this form was shown
   Colours colours_{0xFFFFFF, 0};
+  HCURSOR pointer_ = nullptr;  // none: the usual ones
   bool inOptions_ = false;  // the control made last is an option button
   bool placed_ = false;
   bool shown_ = false;  // by us; the platform hides and shows what a minimised main form owns

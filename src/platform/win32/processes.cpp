@@ -4,6 +4,12 @@
 
 namespace pelvaro::win32 {
 
+static_assert(sizeof(STARTUPINFOA) == 68 || sizeof(void*) != 4);
+
+namespace {
+HANDLE handleOf(ProcessHandle handle) { return reinterpret_cast<HANDLE>(handle); }
+}  // namespace
+
 bool SystemProcesses::start(const std::string& commandLine, std::uint16_t windowStyle) {
   std::string writable = commandLine;  // the system may write into it
   STARTUPINFOA info{};
@@ -18,5 +24,31 @@ bool SystemProcesses::start(const std::string& commandLine, std::uint16_t window
   ::CloseHandle(process.hProcess);
   return true;
 }
+
+bool SystemProcesses::create(const std::string& commandLine, bool inheritHandles, std::uint32_t flags,
+                             ProgramHandles& handles) {
+  std::string writable = commandLine;
+  STARTUPINFOA info{};
+  info.cb = sizeof info;
+  PROCESS_INFORMATION process{};
+  const bool created = ::CreateProcessA(nullptr, writable.data(), nullptr, nullptr, inheritHandles, flags, nullptr,
+                                        nullptr, &info, &process);
+  handles.process = reinterpret_cast<ProcessHandle>(process.hProcess);
+  handles.thread = reinterpret_cast<ProcessHandle>(process.hThread);
+  return created;
+}
+
+std::uint32_t SystemProcesses::waitFor(ProcessHandle process, std::uint32_t milliseconds) {
+  return ::WaitForSingleObject(handleOf(process), milliseconds);
+}
+
+bool SystemProcesses::exitCode(ProcessHandle process, std::uint32_t& code) {
+  DWORD value = 0;
+  if (!::GetExitCodeProcess(handleOf(process), &value)) return false;
+  code = value;
+  return true;
+}
+
+void SystemProcesses::close(ProcessHandle handle) { ::CloseHandle(handleOf(handle)); }
 
 }  // namespace pelvaro::win32

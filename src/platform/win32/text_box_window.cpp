@@ -1,5 +1,6 @@
 #include "platform/win32/text_box_window.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "base/bytes.h"
@@ -10,7 +11,7 @@ namespace pelvaro::win32 {
 namespace {
 constexpr int kSidePadding = 6;  // between the frame's outer edge and the text, at 96 dpi
 
-// The text on the clipboard, in the ANSI code page.
+// The text on the clipboard, in the ANSI code page; of several lines the first, as the platform pastes into one line.
 std::string clipboardText(HWND owner) {
   std::string text;
   if (!::OpenClipboard(owner)) return text;
@@ -21,6 +22,7 @@ std::string clipboardText(HWND owner) {
     }
   }
   ::CloseClipboard();
+  text.resize(std::min(text.size(), text.find_first_of("\r\n")));
   return text;
 }
 
@@ -105,6 +107,11 @@ LRESULT TextBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case WM_CHAR:
       if (layout_.refused == 0 || static_cast<char>(wParam) != layout_.refused) break;
       refuse();
+      return 0;
+    case WM_KEYDOWN:  // not every system pastes by message when Shift and Insert are pressed
+      if (layout_.refused == 0 || wParam != VK_INSERT || ::GetKeyState(VK_SHIFT) >= 0) break;
+      if (::GetKeyState(VK_CONTROL) < 0) break;
+      ::SendMessageA(window_, WM_PASTE, 0, 0);
       return 0;
     case WM_PASTE:
       if (layout_.refused == 0 || clipboardText(window_).find(layout_.refused) == std::string::npos) break;

@@ -43,6 +43,7 @@ struct FakeControlScreen : FormFactory {
     void hide() override {}
     void moveBy(int, int) override {}
     void minimise() override {}
+    void setPointer(Pointer) override {}
   };
   std::shared_ptr<FormPeer> createForm(const FormLayout&, FormEvents&) override {
     return std::make_shared<Window>(*this);

@@ -18,6 +18,7 @@ void Form::load() {
   if (loaded_) return;
   loaded_ = true;
   visible_ = minimised_ = false;
+  pointer_ = Pointer::arrow;
   movedX_ = movedY_ = 0;
   peer_ = services_.forms.createForm(layout_, *this);
   // In the order of the layout table, which is the order of the tabulator key.
@@ -81,6 +82,11 @@ void Form::moveBy(int dx, int dy) {
 void Form::setColours(Colours colours) {
   colours_ = colours;
   if (peer_) peer_->setColours(colours);
+}
+
+void Form::setPointer(Pointer pointer) {
+  pointer_ = pointer;
+  if (peer_) peer_->setPointer(pointer);
 }
 
 void Form::becameActive() {

@@ -52,6 +52,10 @@ class Form : private FormEvents {
   void setColours(Colours colours);
   Colours colours() const { return colours_; }
 
+  // How the mouse pointer looks over the form; unloading makes it an arrow.
+  void setPointer(Pointer pointer);
+  Pointer pointer() const { return pointer_; }
+
   const FormLayout& layout() const { return layout_; }
   const std::vector<Control*>& controls() const { return controls_; }
   Services& services() { return services_; }
@@ -92,6 +96,7 @@ class Form : private FormEvents {
   std::vector<Timer*> timers_;
   std::shared_ptr<FormPeer> peer_;
   Colours colours_{0xFFFFFF, 0};
+  Pointer pointer_ = Pointer::arrow;
   bool loaded_ = false;
   bool unloading_ = false;
   bool visible_ = false;

@@ -1,0 +1,28 @@
+// What is done to install the driver of each code: a list of steps, which the installer carries out in order.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace pelvaro::drivers {
+
+enum class Deed {
+  startCableInstaller,  // without waiting for it
+  copySystemFiles,      // the ".sys" files of a folder
+  copyFiles,            // its ".sys" and ".inf" files, and the question whether to restart
+  copyFamilyFiles,      // the same, from the folder for this family of Windows
+  runPackageInstaller,  // a program, waited for
+  offerRestart,         // the question whether to restart, which asks for the phone afterwards
+  tellToPlugIn,
+  startModemApplet,  // without waiting for it
+};
+
+struct Step {
+  Deed deed;
+  std::string_view where = {};  // the folder or program, behind the shared folder
+};
+
+// The steps of a driver code; none for a code that no model has.
+std::span<const Step> stepsOf(std::string_view code);
+
+}  // namespace pelvaro::drivers

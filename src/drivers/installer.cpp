@@ -1,0 +1,97 @@
+#include "drivers/installer.h"
+
+#include "base/runtime_error.h"
+#include "base/text.h"
+#include "drivers/dec.h"
+#include "drivers/mod_replace_files.h"
+#include "drivers/mod_wait.h"
+
+namespace pelvaro::drivers {
+
+namespace {
+
+constexpr const char* kRestartForPhone =
+    "Restart is needed to take effect. Are you sure to restart now? Please connect the phone after restart.";
+constexpr const char* kRestartForModem =
+    "Restart is needed to take effect. Are you sure to restart now? Please manually add the modem after restart.";
+constexpr const char* kPlugIn = "Please plug in the cable now & install the modem.";
+constexpr const char* kCableInstaller = "\\driver\\PL-2303 Driver Installer.exe";
+constexpr const char* kPackageArguments = " /lm /d /se  /EL /f /sa /Q";  // with its two blanks
+constexpr const char* kMotorolaForNt = "\\driver\\MT\\win2k";
+constexpr const char* kMotorolaForOthers = "\\driver\\MT\\winxp";
+constexpr const char* kSystemFilesOnly = "sys";
+constexpr std::uint32_t kSimpleProgress = 0x100;  // FOF_SIMPLEPROGRESS
+
+}  // namespace
+
+void Installer::findFolders() {
+  Environment& environment = system_.environment;
+  windowsPath = environment.variable("windir");
+  systemPath = windowsPath + (environment.variable("OS").empty() ? "\\SYSTEM" : "\\SYSTEM32");
+  commonPath = environment.variable("ProgramFiles") + "\\corvanti\\common";
+}
+
+void Installer::install(std::string_view code) {
+  for (const Step& step : stepsOf(code)) carryOut(step);
+}
+
+void Installer::carryOut(const Step& step) {
+  const std::string where(step.where);
+  switch (step.deed) {
+    case Deed::startCableInstaller: modWait::start(system_.processes, commonPath + kCableInstaller, kShowNormal); break;
+    case Deed::copySystemFiles: CopyDriverFiles(where, kSystemFilesOnly); break;
+    case Deed::copyFiles: CopyDriverFiles(where, {}); break;
+    case Deed::copyFamilyFiles: {
+      // Kept on purpose: every system of the NT family takes the one folder, and only others the one named "winxp".
+      const bool nt = system_.environment.variable("OS") == "Windows_NT";
+      CopyDriverFiles(nt ? kMotorolaForNt : kMotorolaForOthers, {});
+      break;
+    }
+    case Deed::runPackageInstaller:
+      // Kept on purpose: the path is not quoted, though it has blanks, and nobody looks at the exit code.
+      modWait::RunAndWait(system_.processes, commonPath + where + kPackageArguments);
+      break;
+    case Deed::offerRestart: restartIfAgreed(kRestartForPhone); break;
+    case Deed::tellToPlugIn: system_.dialogs.messageBox(kPlugIn, kButtonsOk); break;
+    case Deed::startModemApplet: modWait::start(system_.processes, modWait::kModemApplet, kShowMinimised); break;
+  }
+}
+
+void Installer::restartIfAgreed(const char* question) {
+  if (system_.dialogs.messageBox(question, kButtonsYesNo) != kAnswerYes) return;
+  dec::RestartWindows(system_.shutdown);
+  system_.loop.end();
+  throw ProgramEnded{};
+}
+
+void Installer::CopyDriverFiles(const std::string& folder, std::string_view kind) {
+  Files& files = system_.files;
+  const std::string package = commonPath + folder;
+  File1 = files.namesIn(package, ".inf");
+  File2 = files.namesIn(package, ".sys");
+  system_.loop.yield();
+  const std::vector<std::string> systemFiles = File2, informationFiles = File1;  // the shell lets events run
+
+  const std::string drivers = systemPath + "\\drivers\\";
+  if (!files.isFolder(drivers) && !files.makeFolder(drivers)) throw RuntimeError(75, "Path/File access error");
+  std::uint32_t flags = 0;
+  for (const std::string& name : systemFiles) {
+    flags = kSimpleProgress;
+    const std::string source = package + "\\" + name;
+    if (files.isFile(drivers + name)) {
+      modReplaceFiles::ReplaceFileAtRestart({system_.files, system_.environment, system_.loop}, drivers + name, source,
+                                            false);
+    } else {
+      files.shellCopy(source, drivers + name, flags);
+    }
+  }
+  if (kind == kSystemFilesOnly) return;
+  // Kept on purpose: the flags are those that the files before have left.
+  for (const std::string& name : informationFiles) {
+    files.shellCopy(package + "\\" + name, windowsPath + "\\inf\\" + name, flags);
+  }
+  // The folder alone is looked at, not where it lies.
+  restartIfAgreed(contains(lowered(folder), "mt") ? kRestartForPhone : kRestartForModem);
+}
+
+}  // namespace pelvaro::drivers
