@@ -7,10 +7,16 @@
 
 namespace pelvaro {
 
+#ifdef __MINGW_PRINTF_FORMAT
+#define PELVARO_PRINTF __MINGW_PRINTF_FORMAT
+#else
+#define PELVARO_PRINTF printf
+#endif
+
 class Limits {
  public:
   // Shows a line as printf does. `kept` is whether its figure keeps its limit.
-  __attribute__((format(__MINGW_PRINTF_FORMAT, 3, 4))) void judge(bool kept, const char* format, ...) {
+  __attribute__((format(PELVARO_PRINTF, 3, 4))) void judge(bool kept, const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
     std::vprintf(format, arguments);

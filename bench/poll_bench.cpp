@@ -14,21 +14,7 @@
 #include "limits.h"
 #include "line_dial_service.h"
 #include "memory_ports.h"
-#include "platform/services.h"
-#include "platform/win32/clock.h"
-#include "platform/win32/dial_event_window.h"
-#include "platform/win32/dialogs.h"
-#include "platform/win32/environment.h"
-#include "platform/win32/event_loop.h"
-#include "platform/win32/files.h"
-#include "platform/win32/form_window.h"
-#include "platform/win32/interface_table.h"
-#include "platform/win32/processes.h"
-#include "platform/win32/random_source.h"
-#include "platform/win32/registry.h"
-#include "platform/win32/serial_port.h"
-#include "platform/win32/settings.h"
-#include "platform/win32/telephony.h"
+#include "platform/win32/system_services.h"
 #include "ui/windows.h"
 
 namespace {
@@ -88,23 +74,9 @@ int main() {
   line::MemoryPorts ports;
   line::DialLine line(line::firstPhonebook(), scenario, ports, {});
   line::LineDialService ras(line);
-  win32::SystemClock clock;
-  win32::MessageLoop loop;
-  win32::HiddenDialWindow dialWindow(loop);
-  win32::FormScreen screen(loop);
-  win32::SystemDialogs dialogs(screen);
-  win32::SystemEnvironment environment;
-  win32::SystemFiles files;
-  win32::SystemInterfaceTable interfaces;
-  win32::SystemProcesses processes;
-  win32::SystemRandom random;
-  win32::SystemRegistry registry;
-  win32::SystemSerialPort serial;
-  win32::SystemSettings settings;
-  win32::SystemTelephony telephony;
-  Services services{clock,      ras,       dialWindow, dialogs,  environment, files,    loop,     screen,
-                    interfaces, processes, random,     registry, serial,      settings, telephony};
-  Windows windows(services);
+  win32::SystemServices system(&ras);
+  win32::MessageLoop& loop = system.loop;
+  Windows windows(system.services);
   Form1& main = windows.form1;
   main.show();
   loop.yield();
@@ -133,8 +105,8 @@ int main() {
   std::vector<std::uint8_t> table(1 << 20);
   const auto bareTable = [&] {
     std::uint32_t size = 0;
-    interfaces.getIfTable(nullptr, &size, true);
-    interfaces.getIfTable(table.data(), &size, true);
+    system.services.interfaces.getIfTable(nullptr, &size, true);
+    system.services.interfaces.getIfTable(table.data(), &size, true);
   };
   main.requiredbyte = 1 << 30;  // far away, so that every label is written
   main.settingflag = 1;
@@ -176,7 +148,7 @@ int main() {
                "refilling 256 rows with its repaint: %.2f ms, bare listing %.2f ms, difference %.2f ms (below 5.00)",
                refill / 1000, listing / 1000, (refill - listing) / 1000);
 
-  for (HWND child = ::GetWindow(screen.mainWindow(), GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
+  for (HWND child = ::GetWindow(::FindWindowA("Pelvaro.Form1", nullptr), GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
     char name[32];
     ::GetClassNameA(child, name, sizeof name);
     if (std::string(name) == "SysListView32") g_watched = child;

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# What the shipped exe may be: its size, the DLLs and functions that it imports (all on Windows XP), its hardening.
+# What the shipped exe may be: its size, the DLLs and functions that it imports (all on Windows XP), its hardening, its
+# version. And what is packed of it: the version of the setup program, and the same bytes when it is made again.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/common.sh
@@ -28,4 +29,20 @@ grep -qE 'MajorSubsystemVersion[[:space:]]+5' <<<"$dump" && grep -qE 'MinorSubsy
 # No section may be both written and executed.
 i686-w64-mingw32-objdump -h "$exe" | awk '/^ +[0-9]+ /{name=$2; getline; if (/CODE/ && !/READONLY/) {print name; exit 1}}' ||
   fail "$exe has a section that is written and executed"
+
+version=$(sed -n 's/^project(pelvaro VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)
+setup=build/pelvaro-setup.exe
+[ -f "$setup" ] || fail "$setup is missing: run scripts/build.sh"
+hasText() { # FILE NAME [TEXT]: the version information has such a text, or any
+  local text
+  text=$(i686-w64-mingw32-strings -el "$1" | awk -v name="$2" 'take { print } { take = !seen && $0 == name; seen += take }')
+  [ -n "$text" ] && [ "${3:-$text}" = "$text" ] || fail "$1 says \"$text\" for $2, not \"${3:-something}\""
+}
+for file in "$exe" "$setup"; do
+  for name in FileVersion ProductVersion; do hasText "$file" $name "$version"; done
+  for name in CompanyName FileDescription LegalCopyright ProductName; do hasText "$file" $name; done
+  hasText "$file" OriginalFilename "$(basename "$file")"
+done
+grep -qa "name=\"Pelvaro\" version=\"$version.0\"" "$exe" || fail "the manifest of $exe does not say $version"
+scripts/check_reproducible.sh
 echo "1 test passed: $exe, $size bytes, imports $(sed -n 's/.*DLL Name: //p' <<<"$dump" | tr '\n' ' ')"

@@ -3,7 +3,8 @@
 #   scripts/practice_prefix.sh DIR [--kind practice|e2e] [--managed Y|N] [--dpi N] [--dlls FOLDER] [--fresh]
 # Its registry names the stand-in DLLs, so that the program runs in it untouched and without any environment. That of
 # iphlpapi.dll is for pelvaro.exe alone: Wine's own programs and DLLs need more of it than the stand-in has. It also
-# names modem drivers, as an installation of each would, for the practice phones of known makers.
+# names modem drivers, as an installation of each would, for the practice phones of known makers. The practice packages
+# are laid out in it, when they are built.
 # --managed Y is for a display with a window manager. --fresh throws an existing prefix away first.
 # Says nothing and is quick when nothing is to be done. Changed settings are seen by programs started later;
 # dpi and managed need a new server (wineStop in wine_prefix.sh).
@@ -60,3 +61,4 @@ if [ "$(cat "$stamp" 2>/dev/null)" != "$wanted" ]; then
   } | winePrefixSet "$dir"
   printf '%s\n' "$wanted" >"$stamp"
 fi
+"$here/practice_packages.sh" "$dir"

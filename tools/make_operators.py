@@ -17,13 +17,14 @@ from pathlib import Path
 PROVIDERS = Path("/usr/share/mobile-broadband-provider-info/serviceproviders.xml")
 HEADER = ("Country/ City,Operator,APN,User Name,Password,Primary DNS,Secondary DNS,"
           "Plan,Network Codes,Plan Type,Notes")
+PLAN_TYPE = HEADER.split(",").index("Plan Type")
 INTERNET_USES = {"internet", "mms-internet-hipri", "mms-internet-hipri-fota"}
 LANGUAGE = "{http://www.w3.org/XML/1998/namespace}lang"
 APN = re.compile(r"[A-Za-z0-9._-]+")
 NOT_INTERNET = re.compile(r"(mms|wap)\b", re.IGNORECASE)  # what an access point is called that states no use
 OWN_NUMBER = re.compile(r"MSISDN|\(mobilenumber\)")  # stands in a user name for the subscriber's number
 
-# Countries that the provider list calls otherwise than English usually does. ASCII, so that bytewise order is right.
+# Countries that the provider list calls otherwise than English usually does. ASCII, so that their order is right.
 COUNTRY_NAMES = {
     "cd": "Congo (Democratic Republic)",
     "ci": "Ivory Coast",
@@ -139,15 +140,32 @@ def record(country, operator, networks, point):
     notes = [f"Authentication {method}" for method in methods]
     notes += [f"Gateway {label(item.text)}" for item in point.findall("gateway")]
     notes += [f"{mark} stands for your phone number" for mark in OWN_NUMBER.findall(user)]
-    plans = sorted({plan.get("type") for plan in point.findall("plan")}, reverse=True)
     return [country, operator, apn, user, credential(point.findtext("password")), *servers, *[""] * (2 - len(servers)),
-            name_of(point), networks, "; ".join(plans), "; ".join(notes)]
+            name_of(point), networks, plan_type(plan.get("type") for plan in point.findall("plan")), "; ".join(notes)]
+
+
+def plan_type(types):
+    """How the access point is paid, each way once."""
+    return "; ".join(sorted(set(types), reverse=True))
+
+
+def merged(rows):
+    """The rows, each once, and one where several differ in the plan type alone: it names the types of all."""
+    types = {}
+    for row in rows:
+        types.setdefault((*row[:PLAN_TYPE], "", *row[PLAN_TYPE + 1:]), set()).update(filter(None, row[PLAN_TYPE].split("; ")))
+    return [(*row[:PLAN_TYPE], plan_type(found), *row[PLAN_TYPE + 1:]) for row, found in types.items()]
+
+
+def order(row):
+    """By country, then by operator as people look for one: capitals count only between names that are else the same."""
+    return row[0], row[1].casefold(), [field.encode("cp1252") for field in row[1:]]
 
 
 def records(root, complain):
-    """All records, sorted bytewise; complain is called with a text for every access point left out."""
+    """All records in order, in bytes; complain is called with a text for every access point left out."""
     names = {country.get("code"): COUNTRY_NAMES.get(country.get("code")) or name_of(country) for country in root}
-    found = set()
+    found = []
     for country in root:
         for provider in country.findall("provider"):
             codes = sorted({(item.get("mcc"), item.get("mnc")) for item in provider.findall("gsm/network-id")})
@@ -160,11 +178,10 @@ def records(root, complain):
                 if usage is not None and usage.get("type") not in INTERNET_USES:
                     continue
                 try:
-                    fields = record(place, operator, networks, point)
-                    found.add(tuple(field.encode("cp1252") for field in fields))
+                    found.append(record(place, operator, networks, point))
                 except Unusable as error:
                     complain(f"{place}, {operator}: {error}")
-    return sorted(found)
+    return [tuple(field.encode("cp1252") for field in row) for row in sorted(merged(found), key=order)]
 
 
 def main():

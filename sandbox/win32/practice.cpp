@@ -1,43 +1,14 @@
 #include "win32/practice.h"
 
 #include <chrono>
-#include <cstdio>
 
 #include "codes.h"
+#include "win32/practice_folder.h"
 
 namespace pelvaro::line {
 namespace {
 
 constexpr DWORD kWhileDialing = 5, kWhileUp = 100;  // milliseconds between two steps
-constexpr DWORD kForFile = 5000;                    // milliseconds that another program's use of the file is waited for
-
-// Keeps other programs' practice lines from the phonebook's file.
-struct FileLock {
-  explicit FileLock(HANDLE lockedMutex) : mutex(lockedMutex) {
-    const DWORD result = ::WaitForSingleObject(mutex, kForFile);
-    held = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;  // abandoned: its program was killed
-  }
-  ~FileLock() {
-    if (held) ::ReleaseMutex(mutex);
-  }
-  FileLock(const FileLock&) = delete;
-  FileLock& operator=(const FileLock&) = delete;
-  HANDLE mutex;
-  bool held = false;
-};
-
-std::string practiceFolder() {
-  char folder[MAX_PATH];
-  const DWORD length = ::GetEnvironmentVariableA("PELVARO_PRACTICE", folder, sizeof folder);
-  return length > 0 && length < sizeof folder ? std::string(folder, length) : "C:\\practice";
-}
-
-void append(const std::string& path, const std::string& text) {
-  if (std::FILE* file = std::fopen(path.c_str(), "ab")) {
-    std::fprintf(file, "%s\r\n", text.c_str());
-    std::fclose(file);
-  }
-}
 
 DWORD WINAPI showMessage(void* text) {
   const std::unique_ptr<std::string> message(static_cast<std::string*>(text));
@@ -67,17 +38,14 @@ void Practice::start() {
   folder_ = practiceFolder();
   ::CreateDirectoryA(folder_.c_str(), nullptr);
   file_.emplace(folder_ + "\\phonebook.txt");
-  fileMutex_ = ::CreateMutexA(nullptr, FALSE, "PelvaroPracticePhonebook");
+  fileMutex_ = phonebookMutex();
   dialEvent_ = ::RegisterWindowMessageA("RasDialEvent");
   if (dialEvent_ == 0) dialEvent_ = ras::kDialEventFallback;
   LineCallbacks callbacks;
   callbacks.notify = [this](std::uintptr_t window, std::uint32_t state, std::uint32_t error) {
     ::PostMessageA(reinterpret_cast<HWND>(window), dialEvent_, state, static_cast<LPARAM>(error));
   };
-  callbacks.reread = [this]() -> std::optional<Phonebook> {
-    const FileLock lock(fileMutex_);
-    return lock.held ? file_->reread() : std::nullopt;
-  };
+  callbacks.reread = [this] { return changedPhonebook(); };
   callbacks.save = [this](const Phonebook& book) { return savePhonebook(book); };
   callbacks.journal = [this](const std::string& text) { append(folder_ + "\\journal.txt", text); };
   line_ = std::make_unique<DialLine>(readPhonebook(), readScenario(), ports_, std::move(callbacks));
@@ -109,6 +77,16 @@ DWORD WINAPI Practice::work(void* self) {
 void Practice::reload() {
   line_->setScenario(readScenario());
   line_->setPhonebook(readPhonebook());
+}
+
+// Mostly nothing.
+std::optional<Phonebook> Practice::changedPhonebook() {
+  const FileLock lock(fileMutex_);
+  return lock.held ? file_->reread() : std::nullopt;
+}
+
+void Practice::takeChanges(DialLine& line) {
+  if (auto changed = changedPhonebook()) line.setPhonebook(std::move(*changed));
 }
 
 Phonebook Practice::readPhonebook() {

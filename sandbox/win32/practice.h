@@ -36,6 +36,9 @@ class Practice {
     return result;
   }
 
+  // Within a verb: takes what other programs have made of the phonebook.
+  void takeChanges(DialLine& line);
+
   // The interface counters. Waits for no verb and no step: the program asks every second.
   DWORD getIfTable(void* table, std::uint32_t* size, bool sorted);
 
@@ -51,6 +54,7 @@ class Practice {
   void start();
   void reload();
   Phonebook readPhonebook();
+  std::optional<Phonebook> changedPhonebook();
   bool savePhonebook(const Phonebook& book);
   Scenario readScenario();
   void tellPerson(const std::string& message);

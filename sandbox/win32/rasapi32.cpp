@@ -37,7 +37,11 @@ DWORD WINAPI RasEnumEntriesA(LPCSTR, LPCSTR phonebook, LPRASENTRYNAMEA records, 
 }
 
 DWORD WINAPI RasEnumDevicesA(LPRASDEVINFOA records, LPDWORD size, LPDWORD count) {
-  return practice().call([&](DialLine& line) { return line.enumDevices(records, number(size), number(count)); });
+  return practice().call([&](DialLine& line) {
+    // A driver may have been installed. Only when the size is asked for, so that the records then fit it.
+    if (!records) practice().takeChanges(line);
+    return line.enumDevices(records, number(size), number(count));
+  });
 }
 
 DWORD WINAPI RasGetEntryDialParamsA(LPCSTR phonebook, LPRASDIALPARAMSA params, LPBOOL passwordSaved) {

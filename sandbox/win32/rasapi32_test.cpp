@@ -189,6 +189,30 @@ TEST_F(Rasapi32, AChangeByAnotherProgramIsKept) {
   EXPECT_EQ(remove(nullptr, "Ours"), 0u);
 }
 
+TEST_F(Rasapi32, AModemThatAnotherProgramHasAddedIsListed) {
+  char path[MAX_PATH];
+  ::GetEnvironmentVariableA("PELVARO_PRACTICE", path, sizeof path);
+  const std::string file = std::string(path) + "\\phonebook.txt";
+  const auto list = ras().get<decltype(::RasEnumDevicesA)>("RasEnumDevicesA");
+  DWORD size = 0, count = 0;
+  list(nullptr, &size, &count);
+  const DWORD before = count;
+  const std::string text{std::istreambuf_iterator<char>(std::ifstream(file, std::ios::binary).rdbuf()), {}};
+  std::string changed = text;
+  changed.replace(changed.find("[devices]"), 9, "[devices]\nmodem = COM9 A Third Modem");
+  std::ofstream(file, std::ios::binary) << changed;
+  RASDEVINFOA devices[8] = {};
+  devices[0].dwSize = sizeof devices[0];
+  size = sizeof devices;
+  EXPECT_EQ(list(devices, &size, &count), 0u);
+  EXPECT_EQ(count, before) << "the records fit the size that was asked for before";
+  EXPECT_EQ(list(nullptr, &size, &count), 603u);
+  EXPECT_EQ(count, before + 1);
+  std::ofstream(file, std::ios::binary) << text;
+  list(nullptr, &size, &count);
+  EXPECT_EQ(count, before);
+}
+
 TEST_F(Rasapi32, NullPointersAreRefused) {
   DWORD size = 0;
   EXPECT_EQ(ras().get<decltype(::RasEnumEntriesA)>("RasEnumEntriesA")(nullptr, nullptr, nullptr, nullptr, &size), 87u);

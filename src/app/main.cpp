@@ -1,5 +1,7 @@
 // The program: makes the real services, the main window and the message loop, and reports the run-time error that
 // nobody handled.
+#include "app/command_line.h"
+#include "app/only_one.h"
 #include "platform/environment.h"
 #include "platform/win32/system_services.h"
 #include "ui/windows.h"
@@ -22,8 +24,11 @@ void useNoCurrentFolder() {
 
 }  // namespace
 
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR commandLine, int) {
   useNoCurrentFolder();
+  if (const auto code = app::answerCommandLine(commandLine)) return *code;
+  const app::OnlyOne only;
+  if (!only.first() && app::OnlyOne::showTheFirst()) return 0;
   useCommonControls();
   win32::SystemServices system;
   win32::MessageLoop& loop = system.loop;

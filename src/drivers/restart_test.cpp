@@ -38,7 +38,7 @@ TEST(RunAndWait, WaitsWithoutLimitAndGivesTheExitCode) {
     EXPECT_EQ(journal.take(), (Lines{"CreateProcess 1 32 C:\\a b\\DPInst.exe /q", "WaitForSingleObject 71 4294967295",
                                      "GetExitCodeProcess 71", "CloseHandle 72", "CloseHandle 71"}));
   }
-  EXPECT_EQ(processes.open, 0);
+  EXPECT_EQ(processes.openHandles, 0);
 }
 
 TEST(RunAndWait, AProgramThatCannotBeStartedGivesMinusOne) {

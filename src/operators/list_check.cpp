@@ -18,9 +18,9 @@ int codeOf(char c) { return static_cast<unsigned char>(c); }
 // What reading the line would leave out without a word.
 void checkScrambling(std::string_view line, const std::function<void(const std::string&)>& fault) {
   const int first = codeOf(line.front()), last = codeOf(line.back()), distance = std::abs(first - last);
-  if (first > modEncrypt::kMostFirstKey || last > modEncrypt::kMostLastKey) {
+  if (first > modEncrypt::kLargestFirstKey || last > modEncrypt::kLargestLastKey) {
     fault("the key characters are " + std::to_string(first) + " and " + std::to_string(last) + ", not 0 to " +
-          std::to_string(modEncrypt::kMostFirstKey) + " and 0 to " + std::to_string(modEncrypt::kMostLastKey));
+          std::to_string(modEncrypt::kLargestFirstKey) + " and 0 to " + std::to_string(modEncrypt::kLargestLastKey));
   }
   const std::string_view whole = line.substr(1, line.size() - 2), body = trimmed(whole);
   if (body.size() != whole.size()) fault("blanks around the scrambled text are not read");

@@ -1,5 +1,7 @@
 #include "operators/list_file.h"
 
+#include <new>
+
 #include "base/runtime_error.h"
 
 namespace pelvaro::operators {
@@ -28,7 +30,11 @@ OperatorList loadList(Files& files, const std::string& path) {
 }
 
 bool saveList(Files& files, RandomSource& random, const std::string& folder, const OperatorList& list) {
-  return files.replaceWhole(ownPath(folder), list.bytes(random));
+  try {
+    return files.replaceWhole(ownPath(folder), list.bytes(random));
+  } catch (const std::bad_alloc&) {  // the file is made in memory first
+    return false;
+  }
 }
 
 }  // namespace pelvaro::operators

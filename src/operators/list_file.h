@@ -24,7 +24,7 @@ std::string pathToLoad(Settings& settings, Files& files, const std::string& fold
 OperatorList loadList(Files& files, const std::string& path);
 
 // Writes the user's own file; it is the old one or the new one, never half. The setting is the caller's to change, once
-// the user has been told. False when it failed.
+// the user has been told. False when it failed, also for want of memory.
 bool saveList(Files& files, RandomSource& random, const std::string& folder, const OperatorList& list);
 
 }  // namespace pelvaro::operators

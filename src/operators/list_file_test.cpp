@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 #include "base/runtime_error.h"
 #include "platform/fake/fake_files.h"
 #include "platform/fake/fake_random.h"
@@ -94,6 +96,15 @@ TEST_F(ListFile, AFailedSaveKeepsTheOldFile) {
   files.readOnly = {};
   files.diskFull = true;
   EXPECT_FALSE(saveList(files, random, kFolder, {}));
+  EXPECT_EQ(files.contents[kOwn], "old");
+}
+
+TEST_F(ListFile, WithoutMemoryForItTheSaveFails) {
+  struct : RandomSource {
+    double next() override { throw std::bad_alloc(); }
+  } noMemory;
+  files.contents[kOwn] = "old";
+  EXPECT_FALSE(saveList(files, noMemory, kFolder, {}));
   EXPECT_EQ(files.contents[kOwn], "old");
 }
 

@@ -27,8 +27,8 @@ int draw(RandomSource& random, int most) {
 }
 
 Keys drawKeys(RandomSource& random) {
-  const int first = draw(random, kMostFirstKey);
-  return {first, draw(random, kMostLastKey)};
+  const int first = draw(random, kLargestFirstKey);
+  return {first, draw(random, kLargestLastKey)};
 }
 
 int codeOf(char c) { return static_cast<unsigned char>(c); }
@@ -36,7 +36,7 @@ char character(int code) { return static_cast<char>(static_cast<unsigned char>(c
 
 // Other keys, with which the text comes back: no character is left out, and none becomes a blank that the trimming
 // would take. The last ones drawn when there seem to be none, the given ones when there cannot be any.
-Keys betterKeys(Keys keys, std::string_view text, RandomSource& random) {
+Keys suitableKeys(Keys keys, std::string_view text, RandomSource& random) {
   int smallest = 255;
   for (const char c : text) smallest = std::min(smallest, codeOf(c));
   const auto suit = [&] { return smallest > keys.distance() && codeOf(text.front()) + keys.distance() != ' '; };
@@ -92,7 +92,7 @@ void appendScrambled(std::string_view text, RandomSource& random, std::string& t
   char* end = scrambleLine(to.data() + before, text, first);
   // Mostly nothing was lost, so it is looked for only now.
   if (end != to.data() + to.size() || to[before + 1] == ' ') {
-    end = scrambleLine(to.data() + before, text, betterKeys(first, text, random));
+    end = scrambleLine(to.data() + before, text, suitableKeys(first, text, random));
   }
   to.resize(static_cast<std::size_t>(end - to.data()));
 }

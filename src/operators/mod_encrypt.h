@@ -10,8 +10,8 @@
 namespace pelvaro::modEncrypt {
 
 // The largest key characters, at the line's beginning and at its end.
-constexpr int kMostFirstKey = 10;
-constexpr int kMostLastKey = 5;
+constexpr int kLargestFirstKey = 10;
+constexpr int kLargestLastKey = 5;
 // The markers, before the distance of the keys is added to them.
 constexpr char kShiftedUp = '+';
 constexpr char kShiftedDown = '-';

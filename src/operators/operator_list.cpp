@@ -23,7 +23,6 @@ std::vector<std::string_view> splitFields(std::string_view line) {
 }
 
 OperatorList::OperatorList(std::string_view bytes) {
-  if (bytes.size() > UINT32_MAX) throw std::length_error("a list that is too long");
   text_.reserve(bytes.size() / 2);  // a text is at most half as long as its line
   ListLines lines(bytes);
   if (lines.next()) modEncrypt::appendUnscrambled(lines.line(), text_);
@@ -36,7 +35,12 @@ OperatorList::OperatorList(std::string_view bytes) {
 
 std::string OperatorList::bytes(RandomSource& random) const {
   std::string result, joined;
-  result.reserve(2 * text_.size() + (kFieldCount + 4) * (size() + 1));
+  // Two bytes a character, keys and line end; a record gets at most ten commas that its line did not have.
+  std::size_t most = 2 * text_.size() + 4 + (2 * (kFieldCount - 1) + 4) * size();
+  for (const auto& [row, fields] : edited_) {
+    for (const std::string& field : fields) most += 2 * field.size();
+  }
+  result.reserve(most);
   modEncrypt::appendScrambled(header(), random, result);
   result += kLineEnd;
   for (std::size_t row = 0; row < size(); ++row) {

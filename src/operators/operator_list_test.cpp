@@ -158,6 +158,16 @@ TEST(OperatorList, SavesAnEditedRecordInItsPlace) {
   EXPECT_EQ(linesOf(list), (std::vector<std::string>{"h", "a,1,,,,,,,,,", "b,2,inter,,,,,,,,last", "a,3,,,,,,,,,"}));
 }
 
+TEST(OperatorList, AsksForTheMemoryOfASavedFileOnce) {
+  std::vector<std::string> lines{"h"};
+  for (int i = 0; i < 10'000; ++i) lines.emplace_back();
+  OperatorList list(fileOf(lines));
+  SeededRandom random(1);
+  EXPECT_EQ(list.bytes(random).capacity(), list.bytes(random).size());
+  list.setField(1, 1, std::string(500'000, 'x'));
+  EXPECT_EQ(list.bytes(random).capacity(), list.bytes(random).size());
+}
+
 TEST(OperatorList, AnEditedFieldWithACommaFallsIntoTwoOnTheNextLoad) {
   OperatorList list(fileOf({"h", "a,1,2"}));
   list.setField(0, 1, "x,y");

@@ -84,7 +84,7 @@ struct ControlLayout {
   bool visible = true;
   bool leftRule = false;   // a hairline at the left edge
   bool clickable = false;  // of a label: it hears clicks, as a mark's own label does
-  bool headings = false;   // of a list: columns with headings, and rows that Enter and a double click activate
+  bool headings = false;   // of a list: columns with headings
   char refused = 0;        // of a text box: the character that it takes neither from the keyboard nor the clipboard,
   const char* refusal = nullptr;  // and why, in words
 };
@@ -107,6 +107,12 @@ struct FormLayout {
   const char* firstFocus = nullptr;
 };
 
+// A point on the screens, in pixels.
+struct Place {
+  int left, top;
+  bool operator==(const Place&) const = default;
+};
+
 // How the mouse pointer looks over a form.
 enum class Pointer { arrow, hourglass };
 
@@ -122,7 +128,7 @@ struct ControlEvents {
   virtual void mouseReleased(MouseButton, int /*x*/, int /*y*/) {}
   // A list row was chosen by the user, or was chosen already and clicked again.
   virtual void itemClicked() {}
-  // The selected row of a list with headings was activated.
+  // The selected row of a list was activated: by a double click or by Enter.
   virtual void itemActivated() {}
   // The text of a list cell, for a list that keeps its rows above; column 0 is the item's own text. A combo box
   // takes the text of a row over when that is new.
@@ -173,6 +179,7 @@ struct FormEvents {
   virtual void activated() = 0;       // it became the active one among the program's windows
   virtual void closeRequested() = 0;  // Alt+F4 and the like
   virtual void escapePressed() = 0;
+  virtual void helpRequested() = 0;
   virtual void coloursChanged() = 0;
   virtual void mousePressed(MouseButton button, int x, int y) = 0;
   virtual void mouseMoved(MouseButton button, int x, int y) = 0;
@@ -193,6 +200,10 @@ struct FormPeer {
   virtual void moveBy(int dx, int dy) = 0;
   virtual void minimise() = 0;
   virtual void setPointer(Pointer pointer) = 0;
+  // Where the form's upper left corner is on the screens, in pixels, while it is not minimised; and putting it there,
+  // or as near as the whole form is on a screen.
+  virtual Place place() = 0;
+  virtual void moveTo(Place place) = 0;
 };
 
 struct FormFactory {

@@ -22,6 +22,9 @@ struct Processes {
   // CreateProcessA with a command line, without waiting for the program. False when it cannot be started.
   virtual bool start(const std::string& commandLine, std::uint16_t windowStyle) = 0;
 
+  // ShellExecuteA: shows a document in the user's program for it. False when there is none.
+  virtual bool open(const std::string& document) = 0;
+
   // CreateProcessA with a command line, an empty start record, the caller's environment and folder. When it fails the
   // handles are zero.
   virtual bool create(const std::string& commandLine, bool inheritHandles, std::uint32_t flags,

@@ -1,6 +1,9 @@
 #include "ui/accessary.h"
 
 #include "base/text.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/processes.h"
 
 namespace pelvaro::accessary {
 
@@ -12,6 +15,11 @@ constexpr std::uint32_t kTrackFlags = 386;  // TPM_RETURNCMD, TPM_NONOTIFY, TPM_
 
 constexpr const char* kDeviceSpecific = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Unimodem\\DeviceSpecific";
 constexpr std::uint32_t kMostKeys = 100'000;  // a registry that lists more is not believed
+
+constexpr const char* kNoManual =
+    "The manual is the file manual.html beside the program. It cannot be shown here.\n\n"
+    "Add makes a connection, Connect dials the chosen one, Hang Up ends it, Limits sets a limit of time or size.\n"
+    "The menu of the list (right click) edits and deletes.";
 
 struct OpenMenu {
   explicit OpenMenu(Dialogs& d) : dialogs(d), handle(d.createPopupMenu()) {}
@@ -61,6 +69,12 @@ std::uint32_t popupMenu(Dialogs& dialogs, const std::vector<std::string>& captio
 std::vector<std::string> modemKeyNames(Registry& registry) {
   std::vector<std::string> names = subKeys(registry, false);
   return names.empty() ? subKeys(registry, true) : names;
+}
+
+void showHelp(Services& services) {
+  const std::string manual = services.environment.programFolder() + "\\manual.html";
+  if (services.files.isFile(manual) && services.processes.open(manual)) return;
+  services.dialogs.messageBox(kNoManual, kButtonsOk);
 }
 
 }  // namespace pelvaro::accessary

@@ -1,4 +1,4 @@
-// Helpers that several forms share: the popup menu and the names of the phone modems' driver keys.
+// Helpers that several forms share: the popup menu, the manual and the names of the phone modems' driver keys.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +7,7 @@
 
 #include "platform/dialogs.h"
 #include "platform/registry.h"
+#include "platform/services.h"
 
 namespace pelvaro::accessary {
 
@@ -17,5 +18,8 @@ std::uint32_t popupMenu(Dialogs& dialogs, const std::vector<std::string>& captio
 // The names of the sub-keys of the machine's Unimodem device-specific key, in order. On a 64-bit system they lie in the
 // 64-bit view, which is tried when the plain key gives none.
 std::vector<std::string> modemKeyNames(Registry& registry);
+
+// Shows the manual that lies beside the program; where there is none, or nothing to show it with, says so.
+void showHelp(Services& services);
 
 }  // namespace pelvaro::accessary

@@ -11,7 +11,8 @@
 namespace pelvaro::layouts {
 namespace {
 
-const FormLayout* const kAll[] = {&kForm1, &kForm2, &kForm3, &kForm4, &kForm5, &kForm6, &kFrmDriver, &kFrmEdit, &kFrmStatus};
+const FormLayout* const kAll[] = {&kForm1, &kForm2,     &kForm3,   &kForm4,    &kForm5,
+                                  &kForm6, &kFrmDriver, &kFrmEdit, &kFrmStatus};
 
 const ControlLayout& control(const FormLayout& form, const std::string& name) {
   for (const ControlLayout& row : form.controls) {

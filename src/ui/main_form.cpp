@@ -10,6 +10,7 @@
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/environment.h"
+#include "platform/settings.h"
 #include "platform/telephony.h"
 #include "ui/accessary.h"
 #include "ui/button_pictures.h"
@@ -25,6 +26,9 @@ constexpr std::string_view kConnected = "Status: Connected.";
 constexpr std::string_view kDisconnected = "Status: Disconnected.";
 constexpr std::string_view kConnect = "Connect";
 constexpr std::string_view kHangUp = "Hang Up";
+// Beside the key of the settings, which holds nothing else.
+constexpr const char* kPlaceSection = "Window";
+constexpr const char* kPlaceKey = "Form1";
 constexpr int kTickInterval = 1000;
 constexpr const char* kNearLimit = "You are about to reach limit, disconnect now?";
 constexpr const char* kSizePassed = "You have reached size limit. Reconnect?";
@@ -70,6 +74,9 @@ Form1::Form1(Windows& windows, Services& services, FormGroup& group)
   };
   ListView1.onMouseUp = [this](MouseButton, int, int) { rightClick_ = false; };
   ListView1.onItemClick = [this] { itemClicked(); };
+  ListView1.onActivate = [this] {
+    if (Image2.toolTipText() == kConnect && Image2.enabled()) connectOrHangUp();
+  };
 }
 
 void Form1::wireButtons() {
@@ -101,6 +108,7 @@ void Form1::onLoad() {
   });
   ignoringErrors([this] { modemKeys = accessary::modemKeyNames(services().registry); });
   ignoringErrors([this] { accessary::applyColourScheme(*this); });
+  ignoringErrors([this] { restorePlace(); });
   requiredbyte = 0;
   requiredtime = 0;
   ignoringErrors([this] { Timer1.ticked(); });
@@ -112,7 +120,20 @@ void Form1::onLoad() {
   ignoringErrors([this] { refreshList(); });
 }
 
-void Form1::onUnload() { services().loop.end(); }
+void Form1::onUnload() {
+  const Place at = place();
+  services().settings.save(kPlaceSection, kPlaceKey, std::to_string(at.left) + "," + std::to_string(at.top));
+  services().loop.end();
+}
+
+// Where the window was left, if that is kept; what is no place is passed over.
+void Form1::restorePlace() {
+  const std::string kept = services().settings.get(kPlaceSection, kPlaceKey);
+  const auto comma = kept.find(',');
+  if (comma == std::string::npos) return;
+  const std::string_view text = kept;
+  moveTo({toInt16(text.substr(0, comma)), toInt16(text.substr(comma + 1))});
+}
 
 void Form1::poll() {
   // Anything may be gone after the yield that the timer began with: the selection is read now.

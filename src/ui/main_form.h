@@ -70,6 +70,7 @@ class Form1 : public ProgramForm {
   void onMouseReleased(MouseButton button, int x, int y) override;
 
  private:
+  void restorePlace();
   void wireButtons();
   void normalPictures();
   void poll();

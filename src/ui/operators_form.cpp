@@ -1,6 +1,5 @@
 #include "ui/operators_form.h"
 
-#include "base/runtime_error.h"
 #include "base/text.h"
 #include "operators/list_file.h"
 #include "platform/dialogs.h"
@@ -19,9 +18,11 @@ constexpr const char* kNotSaved = "Fail to save file.";
 constexpr const char* kMissing = "File not found, please reinstall.";
 constexpr const char* kSamsungNumber = "*99**1*1#";
 constexpr const char* kNumber = "*99#";
-// Of the fields of a record. Every field is a column; those that are not to be seen have no width.
+// Of the fields of a record.
 constexpr std::size_t kApn = 2, kUser = 3, kPassword = 4, kPrimary = 5, kSecondary = 6;
-constexpr int kWidths[operators::kFieldCount] = {0, 128, 160, 88, 0, 112, 112, 112, 0, 0, 0};
+// Every field is a column; those that are not to be seen have no width. The others stand side by side in the list with
+// its vertical scroll bar, at 96 dpi; those of the name servers hold any address.
+constexpr int kWidths[operators::kFieldCount] = {0, 100, 108, 72, 0, 100, 100, 68, 0, 0, 0};
 
 // "[blank]" stands for nothing in a credential, wherever it is.
 std::string withoutBlanks(std::string_view field) {
@@ -133,11 +134,7 @@ void Form3::edit() {
 
 void Form3::save() {
   const std::string folder = services().environment.programFolder();
-  bool saved = false;
-  try {
-    saved = operators::saveList(services().files, services().random, folder, list_);
-  } catch (const RuntimeError&) {  // a text that cannot be scrambled
-  }
+  const bool saved = operators::saveList(services().files, services().random, folder, list_);
   services().dialogs.messageBox(saved ? kSaved : kNotSaved, kButtonsOk);
   if (!saved) return;
   operators::choosePath(services().settings, operators::ownPath(folder));

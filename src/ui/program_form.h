@@ -1,7 +1,8 @@
-// ProgramForm: what all forms of the program share: the colour scheme follows the system's colours, and the window is
-// moved by its surface. Each form applies the scheme at its own place in its load.
+// ProgramForm: what all forms of the program share: the colour scheme follows the system's colours, F1 shows the
+// manual, and the window is moved by its surface. Each form applies the scheme at its own place in its load.
 #pragma once
 
+#include "ui/accessary.h"
 #include "ui/colour_scheme.h"
 #include "ui/controls/form.h"
 
@@ -13,6 +14,7 @@ class ProgramForm : public Form {
 
  protected:
   void onColoursChanged() override { accessary::applyColourScheme(*this); }
+  void onHelp() override { accessary::showHelp(services()); }
   void onMousePressed(MouseButton button, int x, int y) override {
     dragged_ = button == MouseButton::left;
     dragFromX_ = x;

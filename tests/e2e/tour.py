@@ -21,6 +21,11 @@ MARGIN = 24  # of desktop around the windows in a picture
 SCENARIO = "pace 700\ntimeout 5000\nreceiveRate 40960\nsendRate 8192\n"
 NEAR, PASSED = "You are about to reach limit, disconnect now?", "You have reached size limit. Reconnect?"
 
+UNPLUG = "Please remove cable before installing driver."
+RESTART = ("Restart is needed to take effect. Are you sure to restart now? Please manually add the modem after "
+           "restart.")
+MODEMS = ["Nokia 6230 USB Modem", "Samsung D500 USB Modem", "Siemens S65 USB Modem"]
+
 
 class Tour:
     def __init__(self, session):
@@ -173,11 +178,42 @@ class Tour:
         self.prompt.wait("hidden")
         self.seen("closed-with-escape", "press Esc", "the dialogs are gone, nothing is dialed")
 
+    def install_driver(self):
+        self.main.click("Image1")
+        editor = self.session.window("Form2").wait("foreground")
+        editor.click("Image2")
+        drivers = self.session.window("frmDriver").wait("foreground")
+        self.expect("whether there is a driver", drivers.text("driverlbl"), "No")
+        self.rest_pointer()
+        self.seen("drivers", "click Add, click Driver", "the driver window; no phone is chosen yet")
+        drivers.choose("Combo1", "Nokia")
+        drivers.choose("Combo2", "6100")
+        drivers.wait_text("driverlbl", "Yes")
+        self.rest_pointer()
+        self.seen("phone-chosen", "choose Nokia, 6100", "there is a driver")
+        drivers.click("Command1")
+        self.session.answer_box(e2e.OK, UNPLUG)
+        self.session.wait_box()
+        journal = self.session.path("C:\\practice\\programs.txt")
+        e2e.wait_for(lambda: os.path.exists(journal) and "ended" in open(journal).read(), 10, "the cable's installer")
+        copied = self.session.path("C:\\windows\\system32\\drivers\\nk_cable.sys")
+        self.expect("whether the driver is copied", os.path.exists(copied), True)
+        self.rest_pointer()
+        self.seen("restart-offered", "click Install, pull the cable, OK", "the files are copied, a restart is offered")
+        self.session.answer_box(e2e.NO, RESTART)
+        drivers.wait("gone")
+        self.expect("the modems", editor.combo("Combo1")["items"], MODEMS)
+        e2e.wait_for(lambda: "MODEM.CPL | 0" in open(journal).read(), 10, "the modem applet")
+        self.rest_pointer()
+        self.seen("driver-installed", "answer No", "the editor again, with one modem more to choose")
+        self.session.keys("esc")
+        editor.wait("gone")
+
     def add_connection(self):
         self.main.click("Image1")
         editor = self.session.window("Form2").wait("foreground")
         self.rest_pointer()
-        self.seen("editor", "click Add", "the editor, with the two modems of the system")
+        self.seen("editor", "click Add", "the editor, with the modems of the system")
         editor.click("Check1")
         e2e.wait_for(lambda: editor.combo("Combo1")["items"] == ["Nokia 6230 USB Modem"], 10, "one modem stays")
         editor.click("Command2")
@@ -239,6 +275,7 @@ class Tour:
     def go(self):
         self.main, self.prompt, self.status = map(self.session.window, ("Form1", "Form4", "frmStatus"))
         self.main_window()
+        self.install_driver()
         self.add_connection()
         self.choose()
         self.open_prompt(PASSWORD, "prompt", "the prompt, the password is masked")

@@ -1,5 +1,6 @@
 // Any bytes as an operator list file: a list, or run-time error 5. What was read comes back when it is saved; the check
-// names a line for every error. The same bytes as CSV: a list that comes back as CSV, or messages.
+// names a line for every error. As CSV a list that is taken again keeps its records. The same bytes as CSV: a list that
+// comes back as CSV, or messages.
 #include <algorithm>
 #include <cstdlib>
 
@@ -53,6 +54,15 @@ void checkPlaces(const OperatorList& list) {
   check(rows == list.size());
 }
 
+// A list that was written as CSV is refused, or comes back with as many records.
+void checkCsv(std::string_view bytes, bool damaged, SeededRandom& random) {
+  const Outcome csv = toCsv(bytes);
+  check((csv.exit == Exit::faulty) == damaged);
+  if (damaged) return;
+  const Outcome made = fromCsv(csv.output, random);
+  if (made.exit == Exit::fine) check(OperatorList(made.output).size() == OperatorList(bytes).size());
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -71,7 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const RuntimeError& error) {
     check(damaged && error.number() == 5);
   }
-  check((toCsv(bytes).exit == Exit::faulty) == damaged);
+  checkCsv(bytes, damaged, random);
 
   const std::string line = modEncrypt::Scramble(bytes, random);
   check(line.size() <= 2 * bytes.size() + 2);

@@ -408,7 +408,7 @@ TEST_P(DriverCalls, AreExactlyThese) {
   const bool restarted = calls.back().starts_with("ExitWindowsEx");
   EXPECT_EQ(world.desktop.ended(), restarted);
   EXPECT_EQ(drivers().loaded(), restarted);
-  EXPECT_EQ(world.processes.open, 0);
+  EXPECT_EQ(world.processes.openHandles, 0);
   const auto expected = expectedCalls();
   EXPECT_EQ(expected.size(), 64u);
   const auto wanted = expected.find(section);

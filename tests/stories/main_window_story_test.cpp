@@ -100,7 +100,8 @@ TEST_F(MainWindow, EndingTheProgramBehindAQuestionUnwindsWhoAsked) {
   world.journal.take();
   user([this] { main().CallPhone("1", "Ann"); });
   EXPECT_TRUE(world.desktop.ended());
-  EXPECT_EQ(world.journal.lines().size(), 1u) << "asked, and not called";
+  ASSERT_EQ(world.journal.lines().size(), 2u) << "asked, and not called";
+  EXPECT_EQ(world.journal.lines()[1], "SaveSetting Window\\Form1=100,100");
 }
 
 TEST_F(MainWindow, AddOpensTheEditorAndRefillsTheListAtOnce) {
@@ -330,6 +331,63 @@ TEST_F(MainWindow, ComingBackFromAnotherProgramDoesNotActivateTheSplashAgain) {
   user([this] { windows->form5.activated(); });
   EXPECT_FALSE(windows->dialForm.loaded()) << "it was the active one among our own all the time";
 }
+
+TEST_F(MainWindow, ADoubleClickConnectsWhileTheTooltipSaysSo) {
+  user([this] { main().ListView1.activateRow(1); });
+  EXPECT_TRUE(windows->form4.visible());
+  windows->form4.Text1.setText(line::kPracticeUser);
+  windows->form4.Text2.setText(line::kPracticePassword);
+  user([this] { windows->form4.Command1.click(); });
+  ASSERT_TRUE(waitForStatus(kUp));
+  wait(100);
+  ASSERT_EQ(tooltip(), "Hang Up");
+  const std::string entry = main().ListView1.selectedText();
+  user([this] { main().ListView1.activateRow(main().ListView1.selectedRow()); });
+  wait(200);
+  EXPECT_EQ(status(), kUp) << "it hangs nothing up";
+  EXPECT_FALSE(windows->form4.visible());
+  EXPECT_EQ(main().ListView1.selectedText(), entry);
+}
+
+TEST_F(MainWindow, F1ShowsTheManualOrSaysWhereItIs) {
+  world.journal.take();
+  user([this] { main().helpRequested(); });
+  ASSERT_EQ(world.journal.lines().size(), 1u);
+  EXPECT_TRUE(world.journal.take()[0].starts_with("MessageBox 0 The manual is the file manual.html"));
+  world.files.contents["C:\\Pelvaro\\manual.html"] = "<html>";
+  user([this] { main().helpRequested(); });
+  EXPECT_EQ(world.journal.take(), (Lines{"ShellExecute open C:\\Pelvaro\\manual.html"}));
+  world.processes.missing = true;
+  user([this] { windows->form4.show(); });
+  user([this] { windows->form4.helpRequested(); });
+  EXPECT_EQ(world.journal.take().size(), 2u) << "nothing shows it: the words instead";
+}
+
+TEST_F(MainWindow, ItOpensWhereItWasLeftAndThatIsKeptBesideTheSettings) {
+  EXPECT_EQ(main().place(), (Place{100, 100})) << "nothing is kept yet";
+  main().moveTo({40, -7});
+  user([this] { main().Label3.click(); });
+  EXPECT_EQ(world.settings.get("Window", "Form1"), "40,-7");
+  EXPECT_EQ(world.settings.get("Setting", "Form1"), "");
+}
+
+struct WindowPlaces : MainWindow, testing::WithParamInterface<std::pair<const char*, Place>> {
+  void SetUp() override {
+    world.settings.plant("Window", "Form1", GetParam().first);
+    MainWindow::SetUp();
+  }
+};
+
+TEST_P(WindowPlaces, AreTakenOrPassedOver) {
+  EXPECT_EQ(main().place(), GetParam().second);
+  EXPECT_TRUE(main().visible());
+}
+
+INSTANTIATE_TEST_SUITE_P(Kept, WindowPlaces,
+                         testing::Values(std::pair{"40,50", Place{40, 50}}, std::pair{"-5,0", Place{-5, 0}},
+                                         std::pair{"", Place{100, 100}}, std::pair{"40", Place{100, 100}},
+                                         std::pair{"a,b", Place{100, 100}}, std::pair{"1,2,3", Place{100, 100}},
+                                         std::pair{"99999,1", Place{100, 100}}, std::pair{",", Place{100, 100}}));
 
 TEST_F(MainWindow, TheColourSchemeIsAppliedAndFollowsAColourChange) {
   EXPECT_EQ(main().colours().background, 0xF8E4D8u);

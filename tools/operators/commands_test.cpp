@@ -49,12 +49,49 @@ TEST(FromCsv, RefusesWhatAListCannotHoldAndNamesTheLine) {
   EXPECT_EQ(faultOf("a\0,b,c,d,e,f,g,h,i,j,k\n"s), "line 1: a character that a list cannot hold\n");
   EXPECT_EQ(faultOf("\"a"), "line 1: a quote that is not closed\n");
   EXPECT_EQ(faultOf("\n"), "line 1: the header is missing\n");
+  EXPECT_EQ(faultOf("\"\"\na,b,c,d,e,f,g,h,i,j,k\n"), "line 1: 1 field, not 11\n");
+}
+
+TEST(FromCsv, ShowsOfAFieldWhatAMessageTakes) {
+  const std::string field = "a\0b\x1B\r\n\x7F,\xE9"s, start = "a?b????,\xE9";
+  EXPECT_EQ(faultOf("\"" + field + "\",b,c,d,e,f,g,h,i,j,k\nx\n"),
+            "line 1: a comma in the field \"" + start + "\"\nline 3: 1 field, not 11\n");
+  EXPECT_EQ(faultOf("\"" + field + std::string(31, 'x') + "\",b,c,d,e,f,g,h,i,j,k\n"),
+            "line 1: a comma in the field \"" + start + std::string(31, 'x') + "\"\n");
+  EXPECT_EQ(faultOf("\"" + field + std::string(1'000'000, 'x') + "\",b,c,d,e,f,g,h,i,j,k\n"),
+            "line 1: a comma in the field \"" + start + std::string(31, 'x') + "...\"\n");
+}
+
+TEST(FromCsv, RefusesAByteOrderMarkInTheFirstRowAlone) {
+  const std::string refused = "line 1: a byte order mark: this is UTF-8, not Windows-1252\n";
+  EXPECT_EQ(faultOf("\xEF\xBB\xBF"s + kCsv), refused);
+  EXPECT_EQ(faultOf("\xEF\xBB\xBF"), refused);
+  EXPECT_EQ(faultOf("\"\xEF\xBB\xBF\"\n"), refused);
+  EXPECT_EQ(faultOf(kCsv + "\xEF\xBB\xBF,b,c,d,e,f,g,h,i,j,k\n"s), "");
+}
+
+TEST(FromCsv, NamesTheFirstThousandFaultsAndCountsTheOthers) {
+  std::string csv;
+  for (int i = 0; i < 3000; ++i) csv += "x\n";
+  const std::string faults = faultOf(csv);
+  EXPECT_TRUE(faults.ends_with("line 1000: 1 field, not 11\nand 2000 more\n"));
+  EXPECT_EQ(faultOf(std::string(1'000'000, ',')), "line 1: 1000001 fields, not 11\n");
+  EXPECT_TRUE(faultOf(csv.substr(0, 2000)).ends_with("line 1000: 1 field, not 11\n"));
 }
 
 TEST(ToCsv, FillsUpShortRecordsButNotTheHeaderAndKeepsLongOnes) {
   EXPECT_EQ(toCsv("\2c-.-\0\r\n\2c-\0\r\n\r\n"s).output, "a,\na,,,,,,,,,,\n,,,,,,,,,,\n");
   EXPECT_EQ(toCsv("\2c-\0\r\n\2.-.-.-.-.-.-.-.-.-.-.-c-\0"s).output, "a\n,,,,,,,,,,,a\n");
   EXPECT_EQ(toCsv("").output, "");
+}
+
+TEST(ToCsv, WritesAnEmptyHeaderSoThatARecordIsNotTakenForIt) {
+  const std::string records = madeFrom(kCsv).output;
+  for (const char* line : {"\r\n", "\4\4\r\n"}) {
+    const Outcome csv = toCsv(line + records);
+    EXPECT_EQ(csv.output, "\"\"\n"s + kCsv);
+    EXPECT_EQ(faultOf(csv.output), "line 1: 1 field, not 11\n");
+  }
 }
 
 TEST(ToCsv, StopsAtADamagedLineAndNamesIt) {
@@ -74,6 +111,14 @@ TEST(Check, SaysWhatIsWrongAndHowManyRecordsThereAre) {
   EXPECT_EQ(bad.exit, Exit::faulty);
   EXPECT_EQ(bad.output, "line 4: 1 field, not 11\nline 4: not ended by CR LF\n3 records, 2 things wrong\n");
   EXPECT_EQ(check("").output, "line 1: the header is missing\n0 records, 1 thing wrong\n");
+}
+
+TEST(Check, NamesTheFirstThousandFaultsAndCountsTheOthers) {
+  std::string list;
+  for (int i = 0; i < 5001; ++i) list += "x\r\n";
+  EXPECT_TRUE(
+      check(list).output.ends_with("line 1000: a single character: the keys are missing\nand 4001 more\n"
+                                   "5000 records, 5001 things wrong\n"));
 }
 
 }  // namespace

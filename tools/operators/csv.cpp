@@ -26,7 +26,7 @@ std::optional<CsvRow> CsvReader::next() {
       line_ = row.line;
       return std::nullopt;
     }
-    row.fields.push_back(std::move(field));
+    if (row.count++ < kept_) row.fields.push_back(std::move(field));
     if (!rest_.starts_with(',')) break;
     rest_.remove_prefix(1);
   }

@@ -11,14 +11,16 @@
 namespace pelvaro::operators {
 
 struct CsvRow {
-  std::size_t line = 0;  // that it begins on, from 1
-  std::vector<std::string> fields;
+  std::size_t line = 0;             // that it begins on, from 1
+  std::vector<std::string> fields;  // the first ones, as many as are kept
+  std::size_t count = 0;            // of all fields
 };
 
-// Goes over the rows of a text. Lines end with LF or CR LF; empty ones are passed over.
+// Goes over the rows of a text. Lines end with LF or CR LF; empty ones are passed over. Of a row no more than `kept`
+// fields are kept: a line may be all commas.
 class CsvReader {
  public:
-  explicit CsvReader(std::string_view text) : rest_(text) {}
+  CsvReader(std::string_view text, std::size_t kept) : rest_(text), kept_(kept) {}
 
   // The next row; nothing at the end, and at the first damaged one.
   std::optional<CsvRow> next();
@@ -33,6 +35,7 @@ class CsvReader {
   std::string plainField();
 
   std::string_view rest_;
+  std::size_t kept_;
   std::size_t line_ = 1;
   std::string damage_;
 };

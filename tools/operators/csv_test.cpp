@@ -10,7 +10,7 @@ using namespace std::string_literals;
 // The rows as "line:field|field", and the damage last, as "line!damage".
 std::vector<std::string> read(std::string_view text) {
   std::vector<std::string> result;
-  CsvReader rows(text);
+  CsvReader rows(text, 3);
   while (const auto row = rows.next()) {
     auto& shown = result.emplace_back(std::to_string(row->line) + ":");
     for (const auto& field : row->fields) shown += (&field == &row->fields.front() ? "" : "|") + field;
@@ -40,6 +40,19 @@ TEST(CsvReader, TakesQuotedFields) {
   EXPECT_EQ(read("\"\"\"\""), Rows{"1:\""});
 }
 
+TEST(CsvReader, CountsTheFieldsThatItDoesNotKeep) {
+  const std::string text = "a,\"b\",c,\"d\n\"," + std::string(100'000, ',') + "\nx,y";
+  CsvReader rows(text, 3);
+  const auto row = rows.next();
+  ASSERT_TRUE(row);
+  EXPECT_EQ(row->fields, (Rows{"a", "b", "c"}));
+  EXPECT_EQ(row->count, 100'005u);
+  const auto after = rows.next();
+  ASSERT_TRUE(after);
+  EXPECT_EQ(after->line, 3u);
+  EXPECT_EQ(after->count, 2u);
+}
+
 TEST(CsvReader, NamesTheLineThatADamagedRowBeginsOn) {
   EXPECT_EQ(read("a\n\"b\n\nc"), (Rows{"1:a", "2!a quote that is not closed"}));
   EXPECT_EQ(read("\"b\nc\"d\ne"), (Rows{"1!text behind a closing quote"}));
@@ -60,7 +73,7 @@ TEST(AppendCsvField, EveryFieldComesBack) {
       const std::string field{static_cast<char>(a), b};
       std::string text;
       appendCsvField(field, text);
-      CsvReader rows(text);
+      CsvReader rows(text, 1);
       const auto row = rows.next();
       ASSERT_TRUE(row);
       EXPECT_EQ(row->fields, std::vector<std::string>{field});

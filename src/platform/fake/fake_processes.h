@@ -17,15 +17,20 @@ struct FakeProcesses : Processes {
     return !missing;
   }
 
+  bool open(const std::string& document) override {
+    journal.add("ShellExecute open " + document);
+    return !missing;
+  }
+
   bool unstartable = false;  // what is to be waited for
   std::uint32_t exit = 0;    // its exit code
-  int open = 0;              // handles that are open now
+  int openHandles = 0;       // open now
 
   bool create(const std::string& commandLine, bool inheritHandles, std::uint32_t flags,
               ProgramHandles& handles) override {
     journal.add("CreateProcess " + std::to_string(inheritHandles) + " " + std::to_string(flags) + " " + commandLine);
     handles = unstartable ? ProgramHandles{} : ProgramHandles{.process = 71, .thread = 72};
-    if (!unstartable) open += 2;
+    if (!unstartable) openHandles += 2;
     return !unstartable;
   }
   std::uint32_t waitFor(ProcessHandle process, std::uint32_t milliseconds) override {
@@ -39,7 +44,7 @@ struct FakeProcesses : Processes {
   }
   void close(ProcessHandle handle) override {
     journal.add("CloseHandle " + std::to_string(handle));
-    if (handle != 0) --open;
+    if (handle != 0) --openHandles;
   }
 };
 

@@ -63,10 +63,13 @@ class HeadlessDesktop::HeadlessForm : public FormPeer {
   void moveBy(int, int) override {}
   void minimise() override {}
   void setPointer(Pointer) override {}
+  Place place() override { return place_; }
+  void moveTo(Place place) override { place_ = place; }
 
  private:
   HeadlessDesktop& desktop_;
   bool visible_ = false;
+  Place place_{100, 100};
 };
 
 std::shared_ptr<FormPeer> HeadlessDesktop::createForm(const FormLayout&, FormEvents&) {

@@ -36,6 +36,7 @@ struct Events : FormEvents, ControlEvents {
   void activated() override {}
   void closeRequested() override { ++closes; }
   void escapePressed() override { ++escapes; }
+  void helpRequested() override {}
   void coloursChanged() override {}
   void mousePressed(MouseButton, int, int) override {}
   void mouseMoved(MouseButton, int, int) override {}

@@ -170,7 +170,7 @@ HWND FormWindow::child(const char* name) const {
 }
 
 // Over the middle of the main form, and below other forms that it would cover.
-void FormWindow::place() {
+void FormWindow::placeFirst() {
   if (placed_) return;
   placed_ = true;
   RECT own{};
@@ -199,7 +199,7 @@ void FormWindow::place() {
 }
 
 void FormWindow::show(bool modal) {
-  place();
+  placeFirst();
   if (!shown_) before_ = screen_.activeWindow();
   if (modal && disabled_.empty()) disabled_ = screen_.disableOthers(window_);
   if (::IsIconic(window_)) ::ShowWindow(window_, SW_RESTORE);
@@ -254,6 +254,36 @@ void FormWindow::setPointer(Pointer pointer) {
   if (const HWND under = ::WindowFromPoint(place); under == window_ || ::IsChild(window_, under)) {
     ::PostMessageA(under, WM_SETCURSOR, reinterpret_cast<WPARAM>(under), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
   }
+}
+
+Place FormWindow::place() {
+  RECT own{};
+  ::GetWindowRect(window_, &own);
+  if (!::IsIconic(window_)) return {static_cast<int>(own.left), static_cast<int>(own.top)};
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof placement;
+  ::GetWindowPlacement(window_, &placement);
+  // Which is counted from the corner of the work area.
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  ::GetMonitorInfoA(::MonitorFromWindow(window_, MONITOR_DEFAULTTONEAREST), &monitor);
+  return {static_cast<int>(placement.rcNormalPosition.left + monitor.rcWork.left - monitor.rcMonitor.left),
+          static_cast<int>(placement.rcNormalPosition.top + monitor.rcWork.top - monitor.rcMonitor.top)};
+}
+
+void FormWindow::moveTo(Place place) {
+  RECT own{};
+  ::GetWindowRect(window_, &own);
+  const int width = static_cast<int>(own.right - own.left), height = static_cast<int>(own.bottom - own.top);
+  const RECT wanted{place.left, place.top, place.left + width, place.top + height};
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  ::GetMonitorInfoA(::MonitorFromRect(&wanted, MONITOR_DEFAULTTONEAREST), &monitor);
+  const RECT& work = monitor.rcWork;
+  const int left = std::max<int>(work.left, std::min<int>(place.left, work.right - width));
+  const int top = std::max<int>(work.top, std::min<int>(place.top, work.bottom - height));
+  ::SetWindowPos(window_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  placed_ = true;
 }
 
 void FormWindow::minimise() { ::ShowWindow(window_, SW_MINIMIZE); }
@@ -322,6 +352,8 @@ LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
       // The Alt key alone: there is no menu bar, and the platform would draw over the form in looking for it.
       if ((wParam & 0xFFF0) == SC_KEYMENU && lParam == 0) return 0;
       break;
+    // F1, from whatever control it was pressed in.
+    case WM_HELP: screen_.loop().guarded([this] { events_.helpRequested(); }); return TRUE;
     case WM_CLOSE: screen_.loop().guarded([this] { events_.closeRequested(); }); return 0;
     case WM_SYSCOLORCHANGE:
     case WM_SETTINGCHANGE:

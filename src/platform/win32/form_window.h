@@ -56,6 +56,8 @@ class FormWindow : public FormPeer, public std::enable_shared_from_this<FormWind
   void moveBy(int dx, int dy) override;
   void minimise() override;
   void setPointer(Pointer pointer) override;
+  Place place() override;
+  void moveTo(Place place) override;
 
   HWND window() const { return window_; }
 
@@ -68,7 +70,7 @@ class FormWindow : public FormPeer, public std::enable_shared_from_this<FormWind
   void activation(bool active);
   void command(WPARAM wParam, LPARAM lParam);
   void paint();
-  void place();
+  void placeFirst();
   void endModal();
   void tellControls(bool shown);
   HWND child(const char* name) const;

@@ -147,6 +147,7 @@ struct Events : FormEvents, ControlEvents {
   void activated() override { log += "activated "; }
   void closeRequested() override { log += "close "; }
   void escapePressed() override { log += "escape "; }
+  void helpRequested() override {}
   void coloursChanged() override { log += "colours "; }
   void mousePressed(MouseButton button, int, int) override { log += button == MouseButton::right ? "right " : "left "; }
   void mouseMoved(MouseButton, int, int) override {}

@@ -158,6 +158,7 @@ struct NoEvents : FormEvents {
   void activated() override {}
   void closeRequested() override {}
   void escapePressed() override {}
+  void helpRequested() override {}
   void coloursChanged() override {}
   void mousePressed(MouseButton, int, int) override {}
   void mouseMoved(MouseButton, int, int) override {}

@@ -133,12 +133,12 @@ LRESULT ListViewWindow::findRow(UINT flags, std::string_view wanted, int start) 
 }
 
 void ListViewWindow::reportActivation() {
-  if (header_ && selectedRow() >= 0) loop_.guarded([this] { events_.itemActivated(); });
+  if (selectedRow() >= 0) loop_.guarded([this] { events_.itemActivated(); });
 }
 
-// Of a list with headings Enter activates the selected row; else it is left to the form's default button.
+// Enter activates the selected row; without one it is left to the form's default button.
 bool ListViewWindow::wantsEnter(const MSG* asked) {
-  return header_ && asked && asked->message == WM_KEYDOWN && asked->wParam == VK_RETURN && selectedRow() >= 0;
+  return asked && asked->message == WM_KEYDOWN && asked->wParam == VK_RETURN && selectedRow() >= 0;
 }
 
 LRESULT ListViewWindow::notified(NMHDR& header) {

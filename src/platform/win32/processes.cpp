@@ -1,5 +1,6 @@
 #include "platform/win32/processes.h"
 
+#include "platform/win32/system_library.h"
 #include "platform/win32/windows_header.h"
 
 namespace pelvaro::win32 {
@@ -23,6 +24,14 @@ bool SystemProcesses::start(const std::string& commandLine, std::uint16_t window
   ::CloseHandle(process.hThread);
   ::CloseHandle(process.hProcess);
   return true;
+}
+
+bool SystemProcesses::open(const std::string& document) {
+  static SystemLibrary shell("shell32.dll");
+  using Execute = HINSTANCE(WINAPI*)(HWND, LPCSTR, LPCSTR, LPCSTR, LPCSTR, INT);
+  static SystemFunction<Execute> execute(shell, "ShellExecuteA");
+  const HINSTANCE result = execute.call(nullptr, nullptr, "open", document.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  return reinterpret_cast<INT_PTR>(result) > 32;  // smaller ones are errors, as the SDK has it
 }
 
 bool SystemProcesses::create(const std::string& commandLine, bool inheritHandles, std::uint32_t flags,

@@ -7,6 +7,7 @@ namespace pelvaro::win32 {
 
 struct SystemProcesses : Processes {
   bool start(const std::string& commandLine, std::uint16_t windowStyle) override;
+  bool open(const std::string& document) override;
   bool create(const std::string& commandLine, bool inheritHandles, std::uint32_t flags,
               ProgramHandles& handles) override;
   std::uint32_t waitFor(ProcessHandle process, std::uint32_t milliseconds) override;

@@ -32,6 +32,7 @@ struct Events : FormEvents, ControlEvents {
   void activated() override {}
   void closeRequested() override {}
   void escapePressed() override {}
+  void helpRequested() override {}
   void coloursChanged() override {}
   void mousePressed(MouseButton, int, int) override {}
   void mouseMoved(MouseButton, int, int) override {}

@@ -44,6 +44,8 @@ struct FakeControlScreen : FormFactory {
     void moveBy(int, int) override {}
     void minimise() override {}
     void setPointer(Pointer) override {}
+    Place place() override { return {}; }
+    void moveTo(Place) override {}
   };
   std::shared_ptr<FormPeer> createForm(const FormLayout&, FormEvents&) override {
     return std::make_shared<Window>(*this);

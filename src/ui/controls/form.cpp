@@ -107,6 +107,10 @@ void Form::escapePressed() {
   if (loaded_) onEscape();
 }
 
+void Form::helpRequested() {
+  if (loaded_) onHelp();
+}
+
 void Form::coloursChanged() {
   if (loaded_) onColoursChanged();
 }

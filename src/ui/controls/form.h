@@ -52,6 +52,11 @@ class Form : private FormEvents {
   void setColours(Colours colours);
   Colours colours() const { return colours_; }
 
+  // Where the loaded form is on the screens; putting it there, but always whole on a screen.
+  Place place() { return peer_ ? peer_->place() : Place{}; }
+  void moveTo(Place place) {
+    if (peer_) peer_->moveTo(place);
+  }
   // How the mouse pointer looks over the form; unloading makes it an arrow.
   void setPointer(Pointer pointer);
   Pointer pointer() const { return pointer_; }
@@ -64,6 +69,7 @@ class Form : private FormEvents {
   void activated() override;
   void closeRequested() override;
   void escapePressed() override;
+  void helpRequested() override;
   void coloursChanged() override;
   void mousePressed(MouseButton button, int x, int y) override;
   void mouseMoved(MouseButton button, int x, int y) override;
@@ -76,6 +82,7 @@ class Form : private FormEvents {
   virtual void onActivate() {}
   virtual void onClose() { unload(); }
   virtual void onEscape() {}
+  virtual void onHelp() {}
   virtual void onColoursChanged() {}
   virtual void onMousePressed(MouseButton, int /*x*/, int /*y*/) {}
   virtual void onMouseMoved(MouseButton, int /*x*/, int /*y*/) {}

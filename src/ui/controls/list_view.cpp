@@ -51,8 +51,11 @@ void ListView::setRows(int rows, CellSource cells) {
   cellRows_ = cells_ ? rows : 0;
   selectRow(-1);
   if (!peer()) return;
-  peer()->setRowCount(0);  // which scrolls to the beginning
   peer()->setRowCount(count());
+  if (cellRows_ == 0) return;
+  // Which scrolls to the beginning. A detour by no rows would do so too, but it draws the scroll bars twice.
+  peer()->selectRow(0);
+  peer()->selectRow(-1);
 }
 
 void ListView::refresh() {

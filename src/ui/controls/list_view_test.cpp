@@ -25,10 +25,14 @@ struct Peer : fake::FakeControl {
   std::vector<std::string> headings;
   int columnsSet = 0;
   int selection = -1;
+  std::vector<int> brought;  // the rows that were brought into view
 
   void setRowCount(int count) override { counts.push_back(count); }
   int selectedRow() override { return selection; }
-  void selectRow(int row) override { selection = row; }
+  void selectRow(int row) override {
+    selection = row;
+    if (row >= 0) brought.push_back(row);
+  }
   void setColumns(std::span<const ListColumn> columns) override {
     ++columnsSet;
     headings.clear();
@@ -200,10 +204,15 @@ struct HeadedListOnScreen : testing::Test, Sample {
 
 TEST_F(HeadedListOnScreen, TheScreenHasTheColumnsAndTheRows) {
   EXPECT_EQ(peer().headings, (std::vector<std::string>{"Place", "Operator", "APN"}));
-  EXPECT_EQ(peer().counts, (std::vector<int>{0, 2})) << "it begins at the first row";
+  EXPECT_EQ(peer().counts, std::vector<int>{2}) << "the scroll bars are drawn once";
+  EXPECT_EQ(peer().brought, std::vector<int>{0}) << "it begins at the first row";
+  EXPECT_EQ(peer().selection, -1);
   EXPECT_EQ(peer().events.cellText(1, 1), "Telvira");
   list.refresh();
-  EXPECT_EQ(peer().counts, (std::vector<int>{0, 2, 2}));
+  EXPECT_EQ(peer().counts, (std::vector<int>{2, 2}));
+  list.setRows(0, nullptr);
+  EXPECT_EQ(peer().counts.back(), 0);
+  EXPECT_EQ(peer().brought, std::vector<int>{0});
 }
 
 TEST_F(HeadedListOnScreen, TheSameColumnsKeepTheirWidths) {

@@ -18,6 +18,7 @@ struct Command {
 std::span<const Command> lookCommands();
 std::span<const Command> actCommands();
 std::span<const Command> waitCommands();
+std::span<const Command> registryCommands();
 
 // Argument number i, or the given value when there are fewer.
 std::string optional(const Arguments& arguments, size_t i, const char* otherwise);

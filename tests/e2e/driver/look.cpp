@@ -145,6 +145,14 @@ void pointer(const Arguments&, Json& answer) {
   answer.array().number(p.x).number(p.y).end(']');
 }
 
+// Which pointer the screen shows: a number that is the same for the same pointer of the same program.
+void pointerShape(const Arguments&, Json& answer) {
+  CURSORINFO info = {};
+  info.cbSize = sizeof info;
+  if (!GetCursorInfo(&info)) throw Refused("the pointer cannot be seen");
+  answer.number(static_cast<long long>(reinterpret_cast<ULONG_PTR>(info.hCursor)));
+}
+
 // What lies under a point of the screen.
 void at(const Arguments& a, Json& answer) {
   HWND window = WindowFromPoint({number(a[0]), number(a[1])});
@@ -170,6 +178,7 @@ const Command table[] = {
     {"pixel", "X Y", 2, pixel},
     {"system-colour", "INDEX", 1, systemColour},
     {"pointer", "", 0, pointer},
+    {"pointer-shape", "", 0, pointerShape},
     {"at", "X Y", 2, at},
 };
 

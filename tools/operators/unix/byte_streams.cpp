@@ -1,3 +1,0 @@
-#include "../byte_streams.h"
-
-void useByteStreams() {}
