@@ -1,6 +1,7 @@
 // The state poll, the traffic tick and the refill of the list on the real controls, each beside the bare calls of the
-// system in the same run, with 256 entries and 256 connections; and how many heap allocations a poll and a tick make.
-// Ends with 1 when a limit is missed.
+// system in the same run, with 256 entries and 256 connections; how many heap allocations a poll and a tick make, how
+// often a control is painted for one change, how long the driver window takes to open. Ends with 1 when a limit is
+// missed.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -62,6 +63,30 @@ LRESULT CALLBACK countPaints(int code, WPARAM wParam, LPARAM lParam) {
   const auto& message = *reinterpret_cast<CWPSTRUCT*>(lParam);
   if (code == HC_ACTION && message.message == WM_PAINT && message.hwnd == g_watched) ++g_paints;
   return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+HWND childOf(const char* form, const char* name) {
+  const ATOM wanted = ::GlobalFindAtomA(name);
+  HWND child = ::GetWindow(::FindWindowA(form, nullptr), GW_CHILD);
+  while (child && static_cast<ATOM>(reinterpret_cast<ULONG_PTR>(::GetPropA(child, "ControlName"))) != wanted) {
+    child = ::GetWindow(child, GW_HWNDNEXT);
+  }
+  return child;
+}
+
+// How often a control is painted for a change and whatever it brings.
+int paintsOf(HWND control, win32::MessageLoop& loop, const std::function<void()>& change) {
+  loop.yield();
+  g_watched = control;
+  const HHOOK hook = ::SetWindowsHookExA(WH_CALLWNDPROC, &countPaints, nullptr, ::GetCurrentThreadId());
+  ::UpdateWindow(control);
+  g_paints = 0;
+  change();
+  ::UpdateWindow(control);
+  loop.yield();
+  ::UpdateWindow(control);
+  ::UnhookWindowsHookEx(hook);
+  return g_paints;
 }
 
 }  // namespace
@@ -148,17 +173,26 @@ int main() {
                "refilling 256 rows with its repaint: %.2f ms, bare listing %.2f ms, difference %.2f ms (below 5.00)",
                refill / 1000, listing / 1000, (refill - listing) / 1000);
 
-  for (HWND child = ::GetWindow(::FindWindowA("Pelvaro.Form1", nullptr), GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
-    char name[32];
-    ::GetClassNameA(child, name, sizeof name);
-    if (std::string(name) == "SysListView32") g_watched = child;
-  }
-  const HHOOK hook = ::SetWindowsHookExA(WH_CALLWNDPROC, &countPaints, nullptr, ::GetCurrentThreadId());
-  loop.yield();
-  g_paints = 0;
-  main.refreshList();
-  ::UpdateWindow(g_watched);
-  ::UnhookWindowsHookEx(hook);
-  limits.judge(g_paints == 1, "repaints of the list in one refill: %d (one)", g_paints);
+  const HWND list = childOf("Pelvaro.Form1", "ListView1");
+  const int refills = paintsOf(list, loop, [&] { main.refreshList(); });
+  limits.judge(refills == 1, "repaints of the list in one refill: %d (one)", refills);
+
+  const double opening = microseconds(
+      [&] {
+        windows.driverForm.show();
+        loop.yield();
+      },
+      1);
+  const double bareForm = microseconds(
+      [&] {
+        windows.form6.show();
+        loop.yield();
+      },
+      1);
+  limits.judge(opening < 100'000, "opening the driver window, painted: %.1f ms, the limits dialog %.1f ms (below 100)",
+               opening / 1000, bareForm / 1000);
+  const HWND models = childOf("Pelvaro.frmDriver", "Combo2");
+  const int brands = paintsOf(models, loop, [&] { windows.driverForm.Combo1.select(2); });
+  limits.judge(brands == 1, "repaints of the models in one change of the brand: %d (one)", brands);
   return limits.exitCode();
 }

@@ -150,6 +150,8 @@ judge exeSize
 makeLists
 judge build/bench/bench/operators_bench build/dist/Default.DAT build/bench/lists/{10000,100000}.DAT
 judge env PYTHONDONTWRITEBYTECODE=1 timeout 300 python3 bench/picker_bench.py build/bench/lists/{10000,100000}.DAT
+native install_bench
+judge build/bench/bench/install_bench
 providerList
 echo "figures: $kept kept their limits, $missed missed$skipped"
 [ "$missed" = 0 ]

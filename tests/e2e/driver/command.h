@@ -19,6 +19,7 @@ std::span<const Command> lookCommands();
 std::span<const Command> actCommands();
 std::span<const Command> waitCommands();
 std::span<const Command> registryCommands();
+std::span<const Command> accessCommands();
 
 // Argument number i, or the given value when there are fewer.
 std::string optional(const Arguments& arguments, size_t i, const char* otherwise);

@@ -55,7 +55,7 @@ Arguments split(const std::string& line) {
 void carryOut(Arguments words, Json& answer) {
   const std::string name = words.front();
   words.erase(words.begin());
-  for (auto table : {lookCommands(), actCommands(), waitCommands(), registryCommands()}) {
+  for (auto table : {lookCommands(), actCommands(), waitCommands(), registryCommands(), accessCommands()}) {
     for (const Command& command : table) {
       if (name != command.name) continue;
       if (words.size() < command.least) throw Refused("usage: " + name + " " + command.usage);
