@@ -25,6 +25,8 @@ if(WIN32)
   # The processor's floating point rounds to 53 bits, as the platform starts programs; mingw's own start code would set 64,
   # and a product could be rounded twice.
   target_link_options(pelvaro_flags INTERFACE ${CMAKE_FIND_ROOT_PATH}/lib/CRT_fp8.o)
+  # Pages of the file are pages in memory: what is not used, as most pictures are, is not loaded.
+  target_link_options(pelvaro_flags INTERFACE -Wl,--file-alignment,4096)
 endif()
 
 # pelvaro_library(NAME SOURCES ... [DEPS ...]): a static library; includes are written from the root of src/.
