@@ -19,11 +19,12 @@ if [ "${1:-}" = --all ]; then
   build win32 all $packages
   build native all
 else
-  build win32 pelvaro operators pelvaro_operators_list practice_rasapi32 practice_packages canary e2e_driver $packages
+  build win32 pelvaro operators pelvaro_operators_list pelvaro_manual practice_rasapi32 practice_packages canary \
+    e2e_driver $packages
   build native phone_exchange
 fi
 mkdir -p build/dist
-for file in pelvaro.exe operators.exe loading.avi Default.DAT; do
+for file in pelvaro.exe operators.exe loading.avi Default.DAT manual.html; do
   cmp -s "build/win32/dist/$file" "build/dist/$file" || cp "build/win32/dist/$file" "build/dist/$file"
 done
 [ -z "$packages" ] || for file in pelvaro-setup.exe pelvaro-portable.zip; do

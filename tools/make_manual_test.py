@@ -11,8 +11,11 @@ from pathlib import Path
 
 from make_manual import Refused, make
 
-DOCS = Path(__file__).resolve().parent.parent / "docs"
+ROOT = Path(__file__).resolve().parent.parent
+DOCS = ROOT / "docs"
 BUILT = None
+# Of the sources: the constants that hold a text, possibly in pieces.
+TEXTS = re.compile(r'constexpr (?:const char\*|std::string_view) k\w+ =\s*((?:"(?:[^"\\]|\\.)*"\s*)+);')
 
 TEXT = """# The title
 
@@ -158,6 +161,20 @@ class Manual(unittest.TestCase):
     def test_every_picture_of_the_folder_is_used(self):
         self.assertEqual(sorted(file.name for file in (DOCS / "pictures").glob("*.png")),
                          sorted(set(re.findall(r"\(pictures/([\w.]+)\)", self.source))))
+
+    def test_every_message_of_the_program_is_explained(self):
+        messages = set()
+        for file in [*ROOT.glob("src/ui/*.cpp"), *ROOT.glob("src/drivers/*.cpp"), *ROOT.glob("src/dialer/*.cpp")]:
+            if file.name.endswith("_test.cpp"):
+                continue
+            for pieces in TEXTS.findall(file.read_text(encoding="utf-8")):
+                text = "".join(re.findall(r'"((?:[^"\\]|\\.)*)"', pieces)).split("\\n")[0]
+                if re.match(r"[A-Z]\w*[:,]? \w", text):
+                    messages.add(text)
+        progress = (ROOT / "src/dialer/asyndial.cpp").read_text(encoding="utf-8")
+        messages |= set(re.findall(r'return "([^"]+)";', progress))
+        self.assertGreater(len(messages), 25)
+        self.assertEqual([message for message in sorted(messages) if message not in self.source], [])
 
     def test_nothing_is_fetched_or_run(self):
         self.assertFalse({"script", "link", "iframe", "object", "embed", "form"} & set(self.page.tags))

@@ -4,25 +4,25 @@ namespace pelvaro::drivers {
 
 namespace {
 
-constexpr Step kMotorola[] = {
-    {Deed::copySystemFiles, "\\driver\\MT"}, {Deed::copyFamilyFiles}, {Deed::startModemApplet}};
-constexpr Step kNokiaCable[] = {
-    {Deed::startCableInstaller}, {Deed::copyFiles, "\\driver\\NK-A01"}, {Deed::startModemApplet}};
+constexpr Step kCableInstaller = {Deed::startProgram, "\\driver\\PL-2303 Driver Installer.exe"};
+
+// Kept on purpose: Windows XP is of the NT family too; the folder named after it is for the others.
+constexpr Step kMotorola[] = {{Deed::copySystemFiles, "\\driver\\MT"},
+                              {Deed::copyFilesOfNt, "\\driver\\MT\\win2k"},
+                              {Deed::copyFilesOfOthers, "\\driver\\MT\\winxp"},
+                              {Deed::startModemApplet}};
+constexpr Step kNokiaCable[] = {kCableInstaller, {Deed::copyFiles, "\\driver\\NK-A01"}, {Deed::startModemApplet}};
 constexpr Step kNokiaPackage[] = {
     {Deed::runPackageInstaller, "\\driver\\NK-A02\\DPInst.exe"}, {Deed::offerRestart}, {Deed::tellToPlugIn}};
 // Kept on purpose: here alone the files come before the cable installer.
-constexpr Step kSamsungFirst[] = {
-    {Deed::copyFiles, "\\driver\\SS-A01"}, {Deed::startCableInstaller}, {Deed::startModemApplet}};
-constexpr Step kSamsungSecond[] = {
-    {Deed::startCableInstaller}, {Deed::copyFiles, "\\driver\\SS-A02"}, {Deed::startModemApplet}};
+constexpr Step kSamsungFirst[] = {{Deed::copyFiles, "\\driver\\SS-A01"}, kCableInstaller, {Deed::startModemApplet}};
+constexpr Step kSamsungSecond[] = {kCableInstaller, {Deed::copyFiles, "\\driver\\SS-A02"}, {Deed::startModemApplet}};
 constexpr Step kSamsungPackage[] = {
     {Deed::runPackageInstaller, "\\driver\\SS-A03\\DPInst.exe"}, {Deed::offerRestart}, {Deed::tellToPlugIn}};
-constexpr Step kSiemensFirst[] = {
-    {Deed::startCableInstaller}, {Deed::copyFiles, "\\driver\\SM-A02-1"}, {Deed::startModemApplet}};
-constexpr Step kSiemensSecond[] = {
-    {Deed::startCableInstaller}, {Deed::copyFiles, "\\driver\\SM-A02-2"}, {Deed::startModemApplet}};
+constexpr Step kSiemensFirst[] = {kCableInstaller, {Deed::copyFiles, "\\driver\\SM-A02-1"}, {Deed::startModemApplet}};
+constexpr Step kSiemensSecond[] = {kCableInstaller, {Deed::copyFiles, "\\driver\\SM-A02-2"}, {Deed::startModemApplet}};
 constexpr Step kSonyEricssonCable[] = {
-    {Deed::startCableInstaller}, {Deed::copyFiles, "\\driver\\SE-A01"}, {Deed::startModemApplet}};
+    kCableInstaller, {Deed::copyFiles, "\\driver\\SE-A01"}, {Deed::startModemApplet}};
 constexpr Step kSonyEricssonPackage[] = {
     {Deed::runPackageInstaller, "\\driver\\SE\\DPInst.exe"}, {Deed::offerRestart}, {Deed::tellToPlugIn}};
 

@@ -7,10 +7,11 @@
 namespace pelvaro::drivers {
 
 enum class Deed {
-  startCableInstaller,  // without waiting for it
+  startProgram,         // without waiting for it
   copySystemFiles,      // the ".sys" files of a folder
   copyFiles,            // its ".sys" and ".inf" files, and the question whether to restart
-  copyFamilyFiles,      // the same, from the folder for this family of Windows
+  copyFilesOfNt,        // the same, on the NT family of Windows only
+  copyFilesOfOthers,    // the same, on other systems only
   runPackageInstaller,  // a program, waited for
   offerRestart,         // the question whether to restart, which asks for the phone afterwards
   tellToPlugIn,

@@ -1,8 +1,5 @@
 #include "drivers/dec.h"
 
-#include <array>
-#include <cstring>
-
 namespace pelvaro::dec {
 
 namespace {

@@ -5,6 +5,7 @@
 #include "drivers/dec.h"
 #include "drivers/mod_replace_files.h"
 #include "drivers/mod_wait.h"
+#include "drivers/start_program.h"
 
 namespace pelvaro::drivers {
 
@@ -15,10 +16,7 @@ constexpr const char* kRestartForPhone =
 constexpr const char* kRestartForModem =
     "Restart is needed to take effect. Are you sure to restart now? Please manually add the modem after restart.";
 constexpr const char* kPlugIn = "Please plug in the cable now & install the modem.";
-constexpr const char* kCableInstaller = "\\driver\\PL-2303 Driver Installer.exe";
 constexpr const char* kPackageArguments = " /lm /d /se  /EL /f /sa /Q";  // with its two blanks
-constexpr const char* kMotorolaForNt = "\\driver\\MT\\win2k";
-constexpr const char* kMotorolaForOthers = "\\driver\\MT\\winxp";
 constexpr const char* kSystemFilesOnly = "sys";
 constexpr std::uint32_t kSimpleProgress = 0x100;  // FOF_SIMPLEPROGRESS
 
@@ -38,24 +36,26 @@ void Installer::install(std::string_view code) {
 void Installer::carryOut(const Step& step) {
   const std::string where(step.where);
   switch (step.deed) {
-    case Deed::startCableInstaller: modWait::start(system_.processes, commonPath + kCableInstaller, kShowNormal); break;
+    case Deed::startProgram: startProgram(system_.processes, commonPath + where, kShowNormal); break;
     case Deed::copySystemFiles: CopyDriverFiles(where, kSystemFilesOnly); break;
     case Deed::copyFiles: CopyDriverFiles(where, {}); break;
-    case Deed::copyFamilyFiles: {
-      // Kept on purpose: every system of the NT family takes the one folder, and only others the one named "winxp".
-      const bool nt = system_.environment.variable("OS") == "Windows_NT";
-      CopyDriverFiles(nt ? kMotorolaForNt : kMotorolaForOthers, {});
+    case Deed::copyFilesOfNt:
+      if (isNt()) CopyDriverFiles(where, {});
       break;
-    }
+    case Deed::copyFilesOfOthers:
+      if (!isNt()) CopyDriverFiles(where, {});
+      break;
     case Deed::runPackageInstaller:
       // Kept on purpose: the path is not quoted, though it has blanks, and nobody looks at the exit code.
       modWait::RunAndWait(system_.processes, commonPath + where + kPackageArguments);
       break;
     case Deed::offerRestart: restartIfAgreed(kRestartForPhone); break;
     case Deed::tellToPlugIn: system_.dialogs.messageBox(kPlugIn, kButtonsOk); break;
-    case Deed::startModemApplet: modWait::start(system_.processes, modWait::kModemApplet, kShowMinimised); break;
+    case Deed::startModemApplet: startProgram(system_.processes, kModemApplet, kShowMinimised); break;
   }
 }
+
+bool Installer::isNt() { return system_.environment.variable("OS") == "Windows_NT"; }
 
 void Installer::restartIfAgreed(const char* question) {
   if (system_.dialogs.messageBox(question, kButtonsYesNo) != kAnswerYes) return;
@@ -69,11 +69,15 @@ void Installer::CopyDriverFiles(const std::string& folder, std::string_view kind
   const std::string package = commonPath + folder;
   File1 = files.namesIn(package, ".inf");
   File2 = files.namesIn(package, ".sys");
+  // Another installation may begin in the yield and while the shell asks.
+  const std::vector<std::string> systemFiles = File2, informationFiles = File1;
   system_.loop.yield();
-  const std::vector<std::string> systemFiles = File2, informationFiles = File1;  // the shell lets events run
 
   const std::string drivers = systemPath + "\\drivers\\";
-  if (!files.isFolder(drivers) && !files.makeFolder(drivers)) throw RuntimeError(75, "Path/File access error");
+  if (!files.isFolder(drivers) && !files.makeFolder(drivers)) {
+    if (!files.isFolder(systemPath)) throw RuntimeError(76, "Path not found");
+    throw RuntimeError(75, "Path/File access error");
+  }
   std::uint32_t flags = 0;
   for (const std::string& name : systemFiles) {
     flags = kSimpleProgress;

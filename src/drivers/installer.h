@@ -42,7 +42,7 @@ class Installer {
   // Copies the ".sys" files of a folder into the system's "drivers" folder and, unless `kind` is "sys", its ".inf"
   // files into "inf"; then asks whether to restart. The folder is one behind the shared folder and begins with "\". A
   // ".sys" file that is there already is replaced at the next restart. A missing folder has no files. Throws run-time
-  // error 75 when there is no "drivers" folder and none can be made.
+  // error 75 or 76 when there is no "drivers" folder and none can be made.
   void CopyDriverFiles(const std::string& folder, std::string_view kind);
 
   std::vector<std::string> File1;  // the ".inf" files of the last folder, by name
@@ -51,6 +51,7 @@ class Installer {
  private:
   void carryOut(const Step& step);
   void restartIfAgreed(const char* question);
+  bool isNt();
 
   InstallerSystem system_;
 };

@@ -117,13 +117,26 @@ TEST_F(Installing, AMissingDriversFolderIsMade) {
     installer.CopyDriverFiles("\\f", "");
     ADD_FAILURE();
   } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.number(), 76) << "nothing is there at all";
+  }
+}
+
+TEST_F(Installing, ADriversFolderThatCannotBeMadeIsARunTimeError) {
+  files.folders = {"C:\\WINDOWS\\SYSTEM32"};
+  files.noNewFolders = true;
+  try {
+    installer.CopyDriverFiles("\\f", "");
+    ADD_FAILURE();
+  } catch (const RuntimeError& error) {
     EXPECT_EQ(error.number(), 75);
+    EXPECT_EQ(error.description(), "Path/File access error");
   }
 }
 
 TEST_F(Installing, EventsRunOnceBetweenTheListsAndTheCopies) {
   put("\\f", {"a.sys"});
   Lines before;
+  files.folders.clear();
   desktop.post([&] { before = journal.lines(); });
   installer.CopyDriverFiles("\\f", "sys");
   EXPECT_EQ(before.size(), 2u) << "both lists, and nothing else yet";

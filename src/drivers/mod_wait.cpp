@@ -1,7 +1,5 @@
 #include "drivers/mod_wait.h"
 
-#include "base/runtime_error.h"
-
 namespace pelvaro::modWait {
 
 namespace {
@@ -20,10 +18,6 @@ std::int32_t RunAndWait(Processes& processes, const std::string& commandLine) {
   processes.close(program.thread);
   processes.close(program.process);
   return static_cast<std::int32_t>(result);
-}
-
-void start(Processes& processes, const std::string& commandLine, std::uint16_t windowStyle) {
-  if (!processes.start(commandLine, windowStyle)) throw RuntimeError(53, "File not found");
 }
 
 }  // namespace pelvaro::modWait

@@ -4,6 +4,7 @@
 #include "base/runtime_error.h"
 #include "drivers/dec.h"
 #include "drivers/mod_wait.h"
+#include "drivers/start_program.h"
 #include "platform/fake/fake_processes.h"
 #include "platform/fake/fake_system.h"
 
@@ -54,11 +55,11 @@ TEST(RunAndWait, AProgramThatCannotBeStartedGivesMinusOne) {
 TEST(Start, AMissingProgramIsRunTimeError53) {
   fake::Journal journal;
   fake::FakeProcesses processes(journal);
-  modWait::start(processes, "a.exe", kShowNormal);
+  drivers::startProgram(processes, "a.exe", kShowNormal);
   EXPECT_EQ(journal.take(), (Lines{"Start 1 a.exe"}));
   processes.missing = true;
   try {
-    modWait::start(processes, "a.exe", kShowNormal);
+    drivers::startProgram(processes, "a.exe", kShowNormal);
     ADD_FAILURE();
   } catch (const RuntimeError& error) {
     EXPECT_EQ(error.number(), 53);

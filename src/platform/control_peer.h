@@ -87,6 +87,9 @@ struct ControlLayout {
   bool headings = false;   // of a list: columns with headings
   char refused = 0;        // of a text box: the character that it takes neither from the keyboard nor the clipboard,
   const char* refusal = nullptr;  // and why, in words
+  // What a screen reader calls it where neither its own text nor the label before it says so. A label is called by its
+  // text while it has one.
+  const char* spoken = nullptr;
 };
 
 // A column of a list with headings.

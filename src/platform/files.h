@@ -31,7 +31,8 @@ struct Files {
   // The names of a folder's files of one kind (".sys"), sorted without regard to case, hidden and system files left
   // out; none when there is no such folder.
   virtual std::vector<std::string> namesIn(const std::string& folder, const std::string& ending) = 0;
-  // SHFileOperationA: copies one file, without an owner window. The shell itself asks and reports.
+  // SHFileOperationA: copies one file, without an owner window. The shell itself asks and reports, and lets events run
+  // meanwhile. Throws ProgramEnded when the program was ended then.
   virtual void shellCopy(const std::string& from, const std::string& to, std::uint32_t flags) = 0;
   // GetShortPathNameA: the length of the name, or what room it needs, or 0.
   virtual std::size_t shortPathName(const std::string& path, char* buffer, std::size_t size) = 0;

@@ -5,7 +5,7 @@
 #include "base/runtime_error.h"
 #include "base/text.h"
 #include "devices/brand.h"
-#include "drivers/mod_wait.h"
+#include "drivers/start_program.h"
 #include "phonebook/dial_params.h"
 #include "phonebook/entry_properties.h"
 #include "phonebook/modem_list.h"
@@ -208,7 +208,7 @@ void Form2::refreshDevices() {
 }
 
 void Form2::addDeviceManually() {
-  modWait::start(services().processes, modWait::kModemApplet, kShowMinimised);
+  drivers::startProgram(services().processes, drivers::kModemApplet, kShowMinimised);
   savedDeviceCount_ = Combo1.count();
   timerRefresh.setEnabled(true);
 }

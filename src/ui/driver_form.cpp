@@ -55,7 +55,10 @@ void frmDriver::onLoad() {
   restore("type", Combo3);
 }
 
-void frmDriver::onUnload() { Combo5.clear(); }
+void frmDriver::onUnload() {
+  ++lives_;
+  Combo5.clear();
+}
 
 // A setting that is missing, not a number or not a place in the list changes nothing. "-1" is one: nothing is selected.
 void frmDriver::restore(const char* key, ComboBox& list) {
@@ -85,13 +88,14 @@ void frmDriver::showSupport() {
 }
 
 void frmDriver::install() {
+  const unsigned life = lives_;
   setPointer(Pointer::hourglass);
   save("brand", Combo1);
   save("model", Combo2);
   save("type", Combo3);
   if (Combo1.selected() < 0 || Combo2.selected() < 0) {
     services().dialogs.messageBox(kNothingChosen, kButtonsOk);
-    finish();
+    finish(life);
     return;
   }
   if (Combo2.selected() == kOther) {
@@ -99,20 +103,21 @@ void frmDriver::install() {
     return;  // kept on purpose: the pointer stays an hourglass
   }
   services().dialogs.messageBox(kUnplug, kButtonsOk);
-  if (!loaded()) return;  // it may have been closed meanwhile
+  if (lives_ != life) return;  // it may have been closed meanwhile
   const std::string model = Combo2.text();
   std::string code;
   for (std::size_t i = 1; i < Combo5.size() && code.empty(); ++i) {
     if (drivers::modelOf(Combo5[i]) == model) code = drivers::codeOf(Combo5[i]);
   }
   installer_.install(code);
-  finish();
+  finish(life);
 }
 
-void frmDriver::finish() {
-  if (loaded()) setPointer(Pointer::arrow);
+// The window may have been closed, and opened anew, while the installation asked or let events run.
+void frmDriver::finish(unsigned life) {
+  if (lives_ == life) setPointer(Pointer::arrow);
   windows_.form2.refillDevices();
-  unload();
+  if (lives_ == life) unload();
 }
 
 // Kept on purpose: any button begins a drag, and one that began at the very edge, at 0, moves nothing.

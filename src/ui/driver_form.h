@@ -54,10 +54,11 @@ class frmDriver : public ProgramForm {
   void brandChanged();
   void showSupport();
   void install();
-  void finish();
+  void finish(unsigned life);
 
   Windows& windows_;
   drivers::Installer installer_;
+  unsigned lives_ = 0;             // how often the form was unloaded: tells one life of it from the next
   int originX_ = 0, originY_ = 0;  // where a mouse button went down; 0 is none
   bool dragging_ = false;
 };

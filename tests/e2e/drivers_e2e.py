@@ -417,6 +417,63 @@ class Installation(Installing):
         self.assertIsNone(self.pending())
 
 
+class OlderFamily(Installing):
+    """A system that does not say that it is of the NT family."""
+
+    OLD_DRIVERS = r"C:\windows\system\drivers"
+    INI = r"C:\windows\WinInit.ini"
+
+    @classmethod
+    def prepare(cls):
+        super().prepare()
+        cls.session.driver.call("registry-delete", r"HKLM\System\CurrentControlSet\Control\Session Manager\Environment", "OS")
+
+    def ini(self, before):
+        """What stands in the file after a driver file in use was scheduled; before: what stood there."""
+        path = self.session.path(self.INI)
+        if before is None:
+            os.remove(path) if os.path.exists(path) else None
+        else:
+            with open(path, "wb") as file:
+                file.write(before)
+        self.install("Motorola", "V3x")
+        while self.session.wait_box()["caption"] != "Pelvaro":
+            self.session.answer_box(e2e.NO, caption=None)  # the shell's own, for a file that is there
+        self.session.answer_box(e2e.NO, FOR_PHONE)
+        self.form.wait("gone")
+        with open(path, "rb") as file:
+            return file.read()
+
+    def test_files_in_use_are_named_in_the_ini(self):
+        folder = self.session.path(self.OLD_DRIVERS)
+        self.assertFalse(os.path.exists(folder))
+        mine = os.listdir(os.path.dirname(self.session.path(self.INI)))
+        full = b"a" * 32767
+        first = self.ini(None)  # mt_com.sys is in both folders: the second finds the first
+        line = b"NUL=" + first.split(b"NUL=")[1]
+        self.assertEqual(first.lower(), b"[rename]\r\nnul=c:\\windows\\system\\drivers\\mt_com.sys\r\n")
+        self.assertEqual(sorted(os.listdir(folder)), ["mt_com.sys", "mt_port.sys"])
+        self.assertIn(" of MT. ", self.content(self.OLD_DRIVERS, "mt_com.sys"))
+        self.assertIn(" of MT\\winxp. ", self.content(INF, "mt_modem_xp.inf"))
+        for name in ("mt_com.sys", "mt_port.sys"):
+            self.assertTrue(os.path.exists(os.path.join(folder, name)))
+        com, port = line, line.replace(b"mt_com.sys", b"mt_port.sys")
+        for before, kept in ((b"", b"\r\n"), (b"[x]\r\ny=1", b"[x]\r\ny=1\r\n"), (b"[x]\r\n\0z", b"[x]\r\n"),
+                             (full, full + b"\r\n")):
+            with self.subTest(before=before[:9]):
+                after = self.ini(before)
+                if before is full:  # the second line finds a file that fills the buffer
+                    self.assertEqual(after, b"\r\n" + port + com if len(full + b"\r\n" + com) > 32767 else b"")
+                else:
+                    self.assertEqual(after, kept + com + port + com)
+        for size in (32768, 100000):
+            with self.subTest(size=size):
+                self.assertEqual(self.ini(b"a" * size), b"\r\n" + com + port + com)
+        self.assertEqual(set(os.listdir(os.path.dirname(self.session.path(self.INI)))) - set(mine),
+                         {"WinInit.ini"} - set(mine), "nothing else is left")
+        self.assertEqual(self.pending() or [], [])
+
+
 class Restarting(Installing):
     """Files in use, and the end of the session. Last: what follows finds a session that was ended."""
 

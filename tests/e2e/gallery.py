@@ -32,10 +32,14 @@ LONG_NAME = "Corvanti-" + "Office, second floor, the spare phone of the night wa
 LONG_NAMES = (LONG_NAME[:255] + "X", "Corvanti-" + "W" * 247, "Corvanti-" + LETTERS, "&File & 50 %s", "jgpqy \u00c5\u00dc\u00c7",
               *("Corvanti-%d" % i for i in range(6, 12)))
 LONG_DEVICE = ("Mobile Phone USB Modem with a Very Long Name of the Maker and of the Model " * 2)[:128]
-LONG_OPERATORS = list_file(*(",".join([PARTS[0], PARTS[i % 4] + " %d" % i, "internet." + LETTERS[70:] + ".example",
-                                       "a long name of a user %d" % i, "[blank]" + LETTERS[:20], "255.255.255.255",
-                                       "255.255.255.254", PARTS[1], PARTS[2], PARTS[3], LETTERS])
-                             for i in range(14)))
+LONG_HEADINGS = ",".join("%s: a heading %s" % (word, LETTERS[60:90]) for word in
+                         ("Place", "Operator", "APN", "User", "Password", "Primary", "Secondary", "Plan", "Code", "Type",
+                          "Notes"))
+LONG_RECORDS = list_file(LONG_HEADINGS, *(",".join([PARTS[0], PARTS[i % 4] + " %d" % i, "internet." + LETTERS[70:] + ".example",
+                                                    "a long name of a user %d" % i, "[blank]" + LETTERS[:20],
+                                                    "255.255.255.255", "255.255.255.254", PARTS[1], PARTS[2], PARTS[3], LETTERS])
+                                          for i in range(14)))
+LONG_OPERATORS = LONG_RECORDS.split(b"\r\n", 1)[1]  # its own headings are the first line
 LONG_ERROR = "The remote computer did not respond in the time that was allowed for it. " * 3
 FIGURES = {"Label1": "Total bytes received: -2147483648 KB", "Label2": "Total bytes transmitted: 2147483647 KB",
            "Label4": "Download rate: -2,147,483,648 KB/sec.", "Label5": "Upload rate: 2,147,483,647 KB/sec.",
@@ -116,6 +120,7 @@ class Gallery:
         self.open(self.prompt, self.main, "Image2")
         self.prompt.set_text("Text1", "guest")
         self.prompt.set_text("Text2", password)
+        self.session.keys("end")
 
     def wait_line(self, text):
         self.main.wait_text("Image2", text, 15)

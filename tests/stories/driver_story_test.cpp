@@ -33,6 +33,12 @@ struct Drivers : Editor {
     for (int i = 0; i < drivers().Combo2.count(); ++i) texts.push_back(drivers().Combo2.itemText(i));
     return texts;
   }
+  // From now on the system does not list its modems.
+  void failListing() {
+    line::Scenario scenario = World::quickScenario();
+    scenario.failures = {{"enumDevices", 5, line::PlantedFailure::kAlways}};
+    world.line.setScenario(scenario);
+  }
   std::string saved(const char* key) { return world.settings.get("Setting", key); }
   void answer(int restart) {
     world.dialogs.onMessage = [this, restart](const std::string& text) {
@@ -285,6 +291,195 @@ TEST_F(Drivers, AnEditorThatWasClosedIsLoadedAndFilled) {
   EXPECT_EQ(editor().Combo1.selected(), -1);
 }
 
+TEST_F(Drivers, TheRowIsLookedUpBehindTheUnplugMessage) {
+  open();
+  chooseCode("07");
+  answer(kAnswerNo);
+  const auto answers = world.dialogs.onMessage;
+  world.dialogs.onMessage = [&, answers](const std::string& text) {
+    EXPECT_EQ(drivers().pointer(), Pointer::hourglass);
+    if (text == kUnplug) drivers().Combo2.chooseItem(1);
+    return answers(text);
+  };
+  install();
+  EXPECT_EQ(saved("model"), "21") << "saved before";
+  EXPECT_EQ(world.journal.take().back(), "Start 2 RunDLL32 shell32.dll,Control_RunDLL MODEM.CPL,Modems,Add") << "06";
+  open();
+  drivers().Combo2.chooseItem(2);
+  world.dialogs.onMessage = [&](const std::string&) {
+    drivers().Combo2.select(-1);
+    return 0;
+  };
+  world.journal.take();
+  install();
+  EXPECT_EQ(world.journal.take().back(), std::string("MessageBox 0 ") + kUnplug) << "no model, nothing to do";
+  EXPECT_FALSE(drivers().loaded());
+}
+
+TEST_F(Drivers, AnUnselectedLinkIsSavedAndHindersNothing) {
+  open();
+  chooseCode("07");
+  drivers().Combo3.select(-1);
+  answer(kAnswerNo);
+  install();
+  EXPECT_EQ(saved("type"), "-1");
+  EXPECT_EQ(asked.size(), 3u);
+}
+
+TEST_F(Drivers, TheListIsFilledWithThePointerBackAndTheWindowStillThere) {
+  open();
+  chooseCode("07");
+  failListing();
+  std::string seen;
+  world.dialogs.onMessage = [&](const std::string& text) {
+    if (text == "5") {
+      seen = drivers().loaded() && drivers().pointer() == Pointer::arrow ? "as it should be" : "too late";
+      EXPECT_EQ(editor().Combo1.count(), 0);
+    }
+    return text.starts_with("Restart") ? kAnswerNo : 0;
+  };
+  install();
+  EXPECT_EQ(seen, "as it should be");
+  EXPECT_FALSE(drivers().loaded());
+}
+
+TEST_F(Drivers, ADragDoesNotOutliveTheWindow) {
+  open();
+  drivers().mousePressed(MouseButton::left, 10, 20);
+  user([this] { drivers().Command3.click(); });
+  open();
+  drivers().mouseMoved(MouseButton::left, 50, 60);
+  EXPECT_EQ(drivers().movedX(), 0);
+}
+
+TEST_F(Drivers, NothingChosenAndClosedBehindItsMessageFillsTheEditorAllTheSame) {
+  open();
+  drivers().Combo2.select(-1);
+  world.dialogs.onMessage = [this](const std::string&) {
+    drivers().Label4.click();
+    return 0;
+  };
+  install();
+  EXPECT_FALSE(drivers().loaded());
+  EXPECT_EQ(editor().Combo1.selected(), -1);
+}
+
+TEST_F(Drivers, TheFlagsBeginAnewInEveryFolder) {
+  world.files.contents = {{"C:\\Program Files\\corvanti\\common\\driver\\MT\\a.sys", "x"},
+                          {"C:\\Program Files\\corvanti\\common\\driver\\MT\\win2k\\a.inf", "x"}};
+  open();
+  chooseCode("04");
+  answer(kAnswerNo);
+  install();
+  int plain = 0;
+  for (const std::string& call : world.journal.take()) plain += call.starts_with("SHFileOperation copy 0 ");
+  EXPECT_EQ(plain, 1);
+}
+
+// What a user can do while an installation lets events run, and while the shell asks.
+struct DriversMeanwhile : Drivers {
+  static constexpr const char* kPackages = "C:\\Program Files\\corvanti\\common\\driver\\";
+  void SetUp() override {
+    Drivers::SetUp();
+    for (const char* name : {"NK-A01\\nk.sys", "NK-A01\\nk.inf", "SM-A02-2\\sm.sys", "SM-A02-2\\sm.inf"}) {
+      world.files.contents[std::string(kPackages) + name] = "new";
+    }
+    open();
+    chooseCode("06");
+    answer(kAnswerNo);
+    world.journal.take();
+  }
+  void meanwhile(const std::function<void()>& event) { world.desktop.post(event); }
+  int calls(const std::string& beginning) {
+    int count = 0;
+    for (const std::string& call : world.journal.lines()) count += call.starts_with(beginning);
+    return count;
+  }
+};
+
+TEST_F(DriversMeanwhile, PressedAgainEachInstallationCopiesItsOwnFiles) {
+  meanwhile([this] {
+    drivers().Combo1.chooseItem(3);
+    drivers().Combo2.chooseItem(10);
+    drivers().Command1.click();
+  });
+  install();
+  for (const char* file : {"NK-A01\\nk.sys", "NK-A01\\nk.inf", "SM-A02-2\\sm.sys", "SM-A02-2\\sm.inf"}) {
+    EXPECT_EQ(calls(std::string("SHFileOperation copy 256 ") + kPackages + file), 1) << file;
+  }
+  EXPECT_EQ(calls("SHFileOperation"), 4);
+  EXPECT_EQ(calls("MoveFileEx"), 0);
+  EXPECT_FALSE(drivers().loaded());
+}
+
+TEST_F(DriversMeanwhile, TheProgramIsEndedAndNothingMoreIsDone) {
+  meanwhile([this] { main().closeRequested(); });
+  install();
+  EXPECT_EQ(calls("SHFileOperation") + calls("MessageBox 4") + calls("Start 2"), 0);
+  EXPECT_TRUE(world.desktop.ended());
+  EXPECT_EQ(world.desktop.reported, Texts{});
+}
+
+TEST_F(DriversMeanwhile, TheProgramIsEndedWhileTheShellAsks) {
+  world.files.onCopy = [this] { main().closeRequested(); };
+  install();
+  EXPECT_EQ(calls("SHFileOperation"), 1);
+  EXPECT_EQ(calls("MessageBox 4") + calls("Start 2"), 0);
+  EXPECT_EQ(world.desktop.reported, Texts{});
+}
+
+TEST_F(DriversMeanwhile, ARestartIsAgreedToInASecondInstallation) {
+  answer(kAnswerYes);
+  world.files.onCopy = [this] {
+    world.files.onCopy = nullptr;
+    world.desktop.guarded([this] { drivers().Command1.click(); });
+  };
+  install();
+  EXPECT_EQ(world.journal.lines().back(), "ExitWindowsEx 2 4294967295");
+  EXPECT_EQ(calls("ExitWindowsEx"), 1);
+}
+
+TEST_F(DriversMeanwhile, TheEditorIsClosedAndFilledHiddenAtTheEnd) {
+  meanwhile([this] { editor().Command3.click(); });
+  install();
+  EXPECT_FALSE(editor().visible());
+  EXPECT_EQ(devices(), (Texts{kNokia, kSamsung}));
+}
+
+TEST_F(DriversMeanwhile, TheWindowIsClosedAndEverythingIsDone) {
+  meanwhile([this] { drivers().Command3.click(); });
+  install();
+  EXPECT_EQ(calls("SHFileOperation"), 2);
+  EXPECT_EQ(calls("MessageBox 4") + calls("Start 2"), 2);
+  EXPECT_FALSE(drivers().loaded());
+}
+
+TEST_F(DriversMeanwhile, AWindowThatIsOpenedAnewStays) {
+  meanwhile([this] {
+    drivers().Command3.click();
+    editor().Image2.click();
+    drivers().Combo1.chooseItem(3);
+  });
+  install();
+  EXPECT_TRUE(drivers().visible());
+  EXPECT_EQ(drivers().Combo1.text(), "Siemens");
+  EXPECT_EQ(drivers().pointer(), Pointer::arrow);
+  EXPECT_EQ(editor().Combo1.selected(), -1) << "filled anew";
+}
+
+TEST_F(Drivers, AnEditorThatIsClosedInItsOwnLoadIsNotShown) {
+  open();
+  user([this] { editor().Command3.click(); });
+  failListing();
+  world.dialogs.onMessage = [this](const std::string&) {
+    editor().Command3.click();
+    return 0;
+  };
+  user([this] { drivers().cmdOK.click(); });
+  EXPECT_FALSE(editor().visible());
+  EXPECT_FALSE(editor().loaded());
+}
+
 TEST_F(Drivers, AMissingCableInstallerEndsTheProgramWithTheReport) {
   open();
   chooseCode("06");
@@ -409,6 +604,10 @@ TEST_P(DriverCalls, AreExactlyThese) {
   EXPECT_EQ(world.desktop.ended(), restarted);
   EXPECT_EQ(drivers().loaded(), restarted);
   EXPECT_EQ(world.processes.openHandles, 0);
+  if (!restarted) {
+    EXPECT_EQ(devices(), (Texts{kNokia, kSamsung}));
+    EXPECT_EQ(editor().Combo1.selected(), -1);
+  }
   const auto expected = expectedCalls();
   EXPECT_EQ(expected.size(), 64u);
   const auto wanted = expected.find(section);

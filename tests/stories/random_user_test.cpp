@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <random>
 
+#include "operators/mod_encrypt.h"
 #include "phonebook/entry_properties.h"
 #include "story.h"
 
@@ -43,12 +44,17 @@ class RandomUser {
     Form4& prompt = windows_.form4;
     frmStatus& status = windows_.statusForm;
     Form6& limits = windows_.form6;
-    world_.dialogs.onMessage = [this](const std::string&) {
+    world_.dialogs.onMessage = [this](const std::string& text) {
       if (pick(2)) world_.desktop.advance(pick(3000));
+      if (pick(8) == 0) useDrivers();
+      if (text.starts_with("Restart")) return kAnswerNo;  // it would end the run
       return pick(2) ? kAnswerYes : kAnswerNo;
     };
+    world_.files.onCopy = [this] {
+      if (pick(8) == 0) useDrivers();
+    };
     Form2& editor = windows_.form2;
-    const int what = pick(32);
+    const int what = pick(37);
     world_.desktop.guarded([&] {
       switch (what) {
         case 0:
@@ -122,6 +128,15 @@ class RandomUser {
         case 31:
           if (editor.loaded()) editor.Command3.click();
           break;
+        case 32:
+          if (editor.visible() && editor.Image2.visible()) editor.Image2.click();
+          break;
+        case 33:
+        case 34: useDrivers(); break;
+        case 35: world_.desktop.post([this] { useDrivers(); }); break;
+        case 36:
+          if (editor.visible()) usePicker(editor);
+          break;
         default: break;
       }
     });
@@ -134,6 +149,47 @@ class RandomUser {
     world_.dialogs.onMenu = [this] { return static_cast<std::uint32_t>(pick(4)); };
     static_cast<ControlEvents&>(windows_.form1.ListView1).mousePressed(MouseButton::right, 1, 1);
     windows_.form1.ListView1.chooseRow(row);
+  }
+  // The picker keeps whoever opened it until it is closed.
+  void usePicker(Form2& editor) {
+    Form3& picker = windows_.form3;
+    for (int i = pick(6); i > 0; --i) {
+      world_.desktop.postIn(pick(30), [this, &picker] {
+        if (!picker.visible()) return;
+        switch (pick(6)) {
+          case 0: picker.Combo1.chooseItem(pick(3)); break;
+          case 1: picker.ListView2.chooseRow(pick(3)); break;
+          case 2: picker.ListView2.activateRow(pick(3)); break;
+          case 3: picker.Command3.click(); break;
+          case 4: picker.Command2.click(); break;
+          default: picker.Command4.click(); break;
+        }
+        if (windows_.recordForm.visible() && pick(2)) windows_.recordForm.Command1.click();
+      });
+    }
+    world_.desktop.postIn(40, [&picker] { picker.unload(); });
+    editor.Command2.click();
+  }
+  // In the driver window, also while one of its installations is under way.
+  void useDrivers() {
+    frmDriver& drivers = windows_.driverForm;
+    if (!drivers.visible()) return;
+    switch (pick(8)) {
+      case 0: drivers.Combo1.chooseItem(pick(5)); break;
+      case 1: drivers.Combo2.chooseItem(pick(30)); break;
+      case 2: drivers.Combo3.chooseItem(pick(2)); break;
+      case 3:
+        if (depth_ < 3) {
+          ++depth_;
+          drivers.Command1.click();
+          --depth_;
+        }
+        break;
+      case 4: drivers.cmdOK.click(); break;
+      case 5: drivers.Command3.click(); break;
+      case 6: (pick(2) ? drivers.Combo2 : drivers.Combo1).select(pick(3) - 1); break;
+      default: drivers.mousePressed(MouseButton::left, pick(50), pick(50)); break;
+    }
   }
   void setLimit(Form6& limits) {
     const char* inputs[] = {"1", "2", "50", "546", "547", "0", "-3", "", "abc", "32767", "99999", "1e9"};
@@ -168,6 +224,7 @@ class RandomUser {
   World& world_;
   Windows& windows_;
   std::mt19937 random_;
+  int depth_ = 0;  // of installations in installations
 };
 
 TEST(RandomUserStory, NothingBreaksWhateverTheUserDoes) {
@@ -179,6 +236,18 @@ TEST(RandomUserStory, NothingBreaksWhateverTheUserDoes) {
   for (int done = 0; done < events; done += kEventsPerWorld, ++seed) {
     SCOPED_TRACE("PELVARO_RANDOM_SEED=" + std::to_string(seed));
     World world;
+    world.environment.variables = {{"os", "Windows_NT"}, {"windir", "C:\\WINDOWS"}, {"programfiles", "C:\\Programs"}};
+    fake::FakeRandom random;
+    std::string& list = world.files.contents["C:\\Pelvaro\\Default.DAT"];
+    for (const char* line : {"Country/ City,Operator,APN,User Name,Password,Primary DNS,Secondary DNS,Plan,A,B,C",
+                             "Lisbon,Norline,internet,[blank],[blank],192.0.2.1,,,,,",
+                             "Porto,Telvira,data,guest,,,,,,,", "Lisbon,Marisol,marisol,,,,,,,,"}) {
+      list += modEncrypt::Scramble(line, random) + "\r\n";
+    }
+    world.files.folders = {"C:\\WINDOWS\\SYSTEM32"};
+    for (const char* file : {"MT\\a.sys", "MT\\win2k\\b.inf", "NK-A01\\c.sys", "SS-A01\\d.sys", "SE-A01\\e.inf"}) {
+      world.files.contents[std::string("C:\\Programs\\corvanti\\common\\driver\\") + file] = "driver";
+    }
     Windows windows(world.services);
     world.desktop.guarded([&] { windows.form1.show(); });
     RandomUser user(world, windows, seed);

@@ -1,11 +1,13 @@
-// Files in memory for tests, with planted contents and failures; reads and replacements are journalled.
+// Files in memory for tests, with planted contents and failures. All but the questions what is there is journalled.
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <set>
 
 #include "base/text.h"
+#include "platform/event_loop.h"
 #include "platform/fake/journal.h"
 #include "platform/files.h"
 
@@ -34,6 +36,8 @@ struct FakeFiles : Files {
   }
 
   bool noNewFolders = false;
+  std::function<void()> onCopy;    // what happens while the shell asks
+  std::function<bool()> ended;     // whether the program was ended meanwhile
   std::set<std::string> nameless;  // paths that the system has no short name for
 
   bool isFolder(const std::string& path) override { return folders.count(withoutSlash(path)) > 0; }
@@ -56,6 +60,8 @@ struct FakeFiles : Files {
   void shellCopy(const std::string& from, const std::string& to, std::uint32_t flags) override {
     journal.add("SHFileOperation copy " + std::to_string(flags) + " " + from + " -> " + to);
     if (const auto file = contents.find(from); file != contents.end()) contents[to] = file->second;
+    if (onCopy) onCopy();
+    if (ended && ended()) throw ProgramEnded{};
   }
   // The short name of "C:\\a\\b" is "C:\\a\\b~1".
   std::size_t shortPathName(const std::string& path, char* buffer, std::size_t size) override {

@@ -38,7 +38,7 @@ struct FakeServices {
                  .settings = settings,
                  .shutdown = shutdown,
                  .telephony = telephony} {
-    dialogs.ending = [this] { return desktop.ended(); };
+    dialogs.ending = files.ended = [this] { return desktop.ended(); };
   }
   FakeServices(const FakeServices&) = delete;
   FakeServices& operator=(const FakeServices&) = delete;

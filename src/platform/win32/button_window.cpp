@@ -20,21 +20,10 @@ ButtonWindow::ButtonWindow(const ControlLayout& layout, ControlEvents& events, c
   create("BUTTON", BS_OWNERDRAW | WS_TABSTOP);
 }
 
-// Tells the form's tooltip control of this button's text.
-void ButtonWindow::tellTooltip(UINT message) {
-  TOOLINFOA tool{};
-  tool.cbSize = TTTOOLINFOA_V2_SIZE;
-  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-  tool.hwnd = form_;
-  tool.uId = reinterpret_cast<UINT_PTR>(window_);
-  tool.lpszText = text_.data();
-  ::SendMessageA(tooltips_(), message, 0, reinterpret_cast<LPARAM>(&tool));
-}
-
 // By us or by a script.
 void ButtonWindow::textChanged() {
   repaint();
-  if (hasTooltip_) tellTooltip(TTM_UPDATETIPTEXTA);
+  if (hasTooltip_) tellTooltip(TTM_UPDATETIPTEXTA, text_.data());
 }
 
 void ButtonWindow::command(WORD notification) {
@@ -65,7 +54,7 @@ LRESULT ButtonWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     }
     case kFormShown:
       // Not before: the first window does not wait for it.
-      if (isPicture() && wParam && !std::exchange(hasTooltip_, true)) tellTooltip(TTM_ADDTOOLA);
+      if (isPicture() && wParam && !std::exchange(hasTooltip_, true)) tellTooltip(TTM_ADDTOOLA, text_.data());
       return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
@@ -135,7 +124,7 @@ void ButtonWindow::drawContent(HDC dc, RECT area, COLORREF colour) {
     const int size = scaled(kSidePictureSize);
     const LONG left = area.left + scaled(kSidePictureLeft);
     const LONG top = area.top + (area.bottom - area.top - size) / 2;
-    paintPicture(dc, metrics_, picture_, {left, top, left + size, top + size}, !enabled());
+    paintPicture(dc, metrics_, picture_, {left, top, left + size, top + size}, !enabled(), colour);
     area.left += scaled(kSideCaptionLeft);
     return paintText(dc, text_, area, metrics_.font(), colour, line);
   }
@@ -143,7 +132,7 @@ void ButtonWindow::drawContent(HDC dc, RECT area, COLORREF colour) {
     const int size = scaled(kPictureSize);
     const LONG left = area.left + ((area.right - area.left) - size) / 2;
     const LONG top = area.top + scaled(kPictureTop);
-    paintPicture(dc, metrics_, picture_, {left, top, left + size, top + size}, !enabled());
+    paintPicture(dc, metrics_, picture_, {left, top, left + size, top + size}, !enabled(), colour);
     const LONG above = area.top;
     area.top = above + scaled(kCaptionTop);
     area.bottom = above + scaled(kCaptionBottom);

@@ -25,7 +25,6 @@ class ButtonWindow : public ControlWindow {
   void drawMark(HDC dc, const RECT& area, bool pressed);
   void drawFace(HDC dc, const RECT& area, bool pressed);
   void drawContent(HDC dc, RECT area, COLORREF colour);
-  void tellTooltip(UINT message);
   void textChanged();
 
   bool hasTooltip_ = false;

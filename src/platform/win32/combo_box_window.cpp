@@ -1,6 +1,7 @@
 #include "platform/win32/combo_box_window.h"
 
 #include <string>
+#include <utility>
 
 #include "platform/win32/paint.h"
 
@@ -61,6 +62,9 @@ LRESULT ComboBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case WM_PRINTCLIENT: drawNow(reinterpret_cast<HDC>(wParam)); return 0;
     case WM_CTLCOLORLISTBOX: return reinterpret_cast<LRESULT>(ground(reinterpret_cast<HDC>(wParam)));
     case WM_MOUSEMOVE: hover(true); break;
+    case kFormShown:
+      if (wParam && !std::exchange(hasTooltip_, true)) offerTooltip();
+      return 0;
     case WM_MOUSELEAVE: hover(false); break;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
@@ -87,6 +91,22 @@ void ComboBoxWindow::draw(DRAWITEMSTRUCT& item) {
   } else {
     drawBox(item.hDC);
   }
+}
+
+RECT ComboBoxWindow::textPlace() const {
+  const RECT area = client();
+  return {scaled(kComboPadding), 0, area.right - scaled(kArrowRight) - scaled(kArrowSize), area.bottom};
+}
+
+// The whole entry, where it is cut.
+std::string ComboBoxWindow::tooltip() {
+  if (dropped() || selectedRow() < 0) return {};
+  const RECT place = textPlace();
+  std::string text(events_.cellText(selectedRow(), 0));
+  const HDC dc = ::GetDC(window_);
+  const LONG width = textWidth(dc, text, metrics_.font());
+  ::ReleaseDC(window_, dc);
+  return width > place.right - place.left ? text : "";
 }
 
 void ComboBoxWindow::drawBox(HDC target) {
@@ -120,10 +140,10 @@ void ComboBoxWindow::drawBox(HDC target) {
   fill(dc, area, face);
   frame(dc, area, edge, width);
   const LONG size = scaled(kArrowSize);
-  const LONG left = area.right - scaled(kArrowRight) - size;
+  const RECT place = textPlace();
+  const LONG left = place.right;
   const LONG top = (area.bottom - size) / 2;
   arrowDown(dc, {left, top, left + size, top + size}, arrow);
-  const RECT place{scaled(kComboPadding), 0, left, area.bottom};
   const bool chosen = selectedRow() >= 0;
   if (!chosen && !contrast) ink = palette::kMuted;
   paintText(dc, chosen ? events_.cellText(selectedRow(), 0) : layout_.caption, place, metrics_.font(), ink,

@@ -17,6 +17,7 @@ class ComboBoxWindow : public ControlWindow {
   void selectRow(int row) override { ::SendMessageA(window_, CB_SETCURSEL, static_cast<WPARAM>(row), 0); }
   void command(WORD notification) override;
   void draw(DRAWITEMSTRUCT& item) override;
+  std::string tooltip() override;
 
  protected:
   LRESULT message(UINT number, WPARAM wParam, LPARAM lParam) override;
@@ -24,10 +25,12 @@ class ComboBoxWindow : public ControlWindow {
  private:
   bool dropped() const { return ::SendMessageA(window_, CB_GETDROPPEDSTATE, 0, 0) != 0; }
   int platformsRow() const { return static_cast<int>(::SendMessageA(window_, CB_GETCURSEL, 0, 0)); }
+  RECT textPlace() const;
   void drawBox(HDC target);
 
   std::optional<ComboBoxList> list_;
   int chosen_ = -1;  // the selected row while the list is down: the platform's follows the pointer there
+  bool hasTooltip_ = false;
 };
 
 }  // namespace pelvaro::win32

@@ -2,6 +2,7 @@
 
 #include <unordered_map>
 
+#include "platform/win32/accessible_window.h"
 #include "platform/win32/control_names.h"
 
 namespace pelvaro::win32 {
@@ -76,6 +77,9 @@ LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT number, WPARAM wPara
     self->text_ = text ? text : "";
   }
   if (number == kFormShown) self->formShown_ = wParam != 0;
+  if (number == WM_GETOBJECT && static_cast<LONG>(lParam) == OBJID_CLIENT) {
+    if (const LRESULT answer = accessibleAnswer(*self, wParam)) return answer;
+  }
   if (number == WM_SETFOCUS) ::SendMessageA(self->form_, kFocusTaken, 0, reinterpret_cast<LPARAM>(window));
   return self->message(number, wParam, lParam);
 }
@@ -108,6 +112,38 @@ void ControlWindow::hover(bool over) {
   TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, window_, 0};
   if (over) ::TrackMouseEvent(&track);
   repaint();
+}
+
+void ControlWindow::offerTooltip() { tellTooltip(TTM_ADDTOOLA, LPSTR_TEXTCALLBACKA); }
+
+void ControlWindow::tellTooltip(UINT message, char* text) {
+  TOOLINFOA tool{};
+  tool.cbSize = TTTOOLINFOA_V2_SIZE;
+  tool.uFlags = TTF_SUBCLASS;
+  tool.hwnd = form_;
+  tool.uId = reinterpret_cast<UINT_PTR>(window_);
+  tool.lpszText = text;
+  if (layout_.kind == ControlKind::label && !layout_.clickable) {
+    tool.rect = metrics_.scaled(layout_.place);  // it lets the mouse through to the form
+  } else {
+    tool.uFlags |= TTF_IDISHWND;
+  }
+  ::SendMessageA(tooltips_(), message, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+std::string ControlWindow::accessibleName() const {
+  const std::string spoken = layout_.spoken ? layout_.spoken : "";
+  switch (layout_.kind) {
+    case ControlKind::label: return text_.empty() ? spoken : text_;
+    case ControlKind::textBox:
+    case ControlKind::passwordBox:
+    case ControlKind::comboBox: {
+      if (layout_.spoken) return spoken;
+      const ControlWindow* before = of(::GetWindow(window_, GW_HWNDPREV));
+      return before && before->kind() == ControlKind::label ? before->accessibleName() : "";
+    }
+    default: return layout_.spoken ? spoken : text_;
+  }
 }
 
 LRESULT ControlWindow::message(UINT number, WPARAM wParam, LPARAM lParam) { return passOn(number, wParam, lParam); }

@@ -50,6 +50,11 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   virtual HBRUSH ground(HDC dc);
 
   HWND window() const { return window_; }
+  ControlKind kind() const { return layout_.kind; }
+  // What a screen reader calls the control.
+  std::string accessibleName() const;
+  // What the form's tooltip says over the control, for kinds that ask for it by offerTooltip(); nothing when empty.
+  virtual std::string tooltip() { return {}; }
   // The control that a window belongs to, null for others.
   static ControlWindow* of(HWND window);
 
@@ -69,6 +74,10 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   void drawNow(HDC given);
   // For kinds that look different under the pointer: it moves over the control, or has left it.
   void hover(bool over);
+  // From now on the form asks for tooltip() when the pointer rests over the control.
+  void offerTooltip();
+  // Tells the form's tooltip control about this one.
+  void tellTooltip(UINT message, char* text);
   // Draws anew soon; on a form that is not shown there is nothing to draw yet.
   void repaint() const {
     if (formShown_) ::InvalidateRect(window_, nullptr, FALSE);

@@ -128,6 +128,7 @@ void SystemFiles::shellCopy(const std::string& from, const std::string& to, std:
   record.pTo = toList.c_str();
   record.fFlags = static_cast<FILEOP_FLAGS>(flags);
   operation.call(0, &record);
+  if (loop_ && loop_->ended()) throw ProgramEnded{};
 }
 
 std::size_t SystemFiles::shortPathName(const std::string& path, char* buffer, std::size_t size) {

@@ -15,10 +15,14 @@ namespace {
 
 constexpr DWORD kStyle = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU;
 constexpr int kGap = 8;  // between windows that would cover each other, at 96 dpi
+constexpr int kWidestTip = 480;
 
 MouseButton heldButton(WPARAM keys) {
-  if (keys & MK_LBUTTON) return MouseButton::left;
-  return keys & MK_RBUTTON ? MouseButton::right : MouseButton::none;
+  switch (keys & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON)) {
+    case MK_LBUTTON: return MouseButton::left;
+    case MK_RBUTTON: return MouseButton::right;
+    default: return MouseButton::none;  // or several
+  }
 }
 
 FormWindow* formOf(HWND window) {
@@ -124,6 +128,7 @@ HWND FormWindow::tooltips() {
   if (tooltips_) return tooltips_;
   tooltips_ = ::CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_NOPREFIX, 0, 0, 0, 0, window_,
                                 nullptr, ::GetModuleHandleA(nullptr), nullptr);
+  ::SendMessageA(tooltips_, TTM_SETMAXTIPWIDTH, 0, screen_.metrics().scaled(kWidestTip));
   return tooltips_;
 }
 
@@ -367,6 +372,13 @@ LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT FormWindow::notified(NMHDR& header) {
+  if (header.code == static_cast<UINT>(TTN_GETDISPINFOA) && header.hwndFrom == tooltips_) {
+    // Which control it is about, as that has told them.
+    ControlWindow* under = ControlWindow::of(reinterpret_cast<HWND>(header.idFrom));
+    tip_ = under ? under->tooltip() : "";
+    reinterpret_cast<NMTTDISPINFOA&>(header).lpszText = tip_.data();
+    return 0;
+  }
   ControlWindow* control = ControlWindow::of(header.hwndFrom);
   if (!control) return 0;
   const std::shared_ptr<ControlWindow> keep = control->weak_from_this().lock();

@@ -81,12 +81,13 @@ class FormWindow : public FormPeer, public std::enable_shared_from_this<FormWind
   FormEvents& events_;
   HWND window_ = nullptr;
   HWND tooltips_ = nullptr;                             // made when a control first asks for it
+  std::string tip_;                                     // what they say now
   std::vector<std::pair<HWND, const char*>> children_;  // with their names
   HWND lastFocus_ = nullptr;
   HWND before_ = nullptr;  // the one of our windows that was active when this form was shown
   Colours colours_{0xFFFFFF, 0};
   HCURSOR pointer_ = nullptr;  // none: the usual ones
-  bool inOptions_ = false;  // the control made last is an option button
+  bool inOptions_ = false;     // the control made last is an option button
   bool placed_ = false;
   bool shown_ = false;  // by us; the platform hides and shows what a minimised main form owns
   bool pressed_ = false;

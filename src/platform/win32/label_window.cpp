@@ -1,5 +1,7 @@
 #include "platform/win32/label_window.h"
 
+#include <utility>
+
 #include "platform/win32/paint.h"
 
 namespace pelvaro::win32 {
@@ -26,6 +28,7 @@ void LabelWindow::command(WORD notification) {
 
 LRESULT LabelWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   if (number == WM_ERASEBKGND) return 1;  // the canvas covers everything
+  if (number == kFormShown && wParam && isCuttable() && !std::exchange(hasTooltip_, true)) offerTooltip();
   return passOn(number, wParam, lParam);
 }
 
@@ -34,7 +37,7 @@ void LabelWindow::draw(DRAWITEMSTRUCT& item) {
   const Canvas canvas(item.hDC, area);
   fill(canvas.dc(), area, colours_.background);
   if (layout_.kind == ControlKind::picture) {
-    paintPicture(canvas.dc(), metrics_, picture_, area, false);
+    paintPicture(canvas.dc(), metrics_, picture_, area, false, colours_.text);
     return;
   }
   if (layout_.leftRule) {
@@ -48,23 +51,41 @@ void LabelWindow::draw(DRAWITEMSTRUCT& item) {
   }
 }
 
+// Whether its text is a line that may be longer than the place.
+bool LabelWindow::isCuttable() const {
+  return layout_.kind == ControlKind::label && layout_.style != TextStyle::wrapped &&
+         layout_.style != TextStyle::figure && layout_.style != TextStyle::plain;
+}
+
+HFONT LabelWindow::font() const {
+  switch (layout_.style) {
+    case TextStyle::bold:
+    case TextStyle::boldRight:
+    case TextStyle::title: return metrics_.boldFont();
+    default: return metrics_.font();
+  }
+}
+
+// The whole text, where it is cut.
+std::string LabelWindow::tooltip() {
+  if (!visible()) return {};
+  const HDC dc = ::GetDC(window_);
+  const LONG width = textWidth(dc, text_, font());
+  ::ReleaseDC(window_, dc);
+  return width > client().right ? text_ : "";
+}
+
 void LabelWindow::drawText(HDC dc, RECT area) {
   UINT format = kOneLine;
-  HFONT font = metrics_.font();
+  const HFONT font = this->font();
   switch (layout_.style) {
-    case TextStyle::bold: font = metrics_.boldFont(); break;
-    case TextStyle::boldRight:
-      font = metrics_.boldFont();
-      format |= DT_RIGHT;
-      break;
+    case TextStyle::boldRight: format |= DT_RIGHT; break;
     case TextStyle::right: format |= DT_RIGHT | DT_END_ELLIPSIS; break;
-    case TextStyle::title:
-      font = metrics_.boldFont();
-      format |= DT_END_ELLIPSIS;
-      break;
     case TextStyle::centred: format |= DT_CENTER | DT_END_ELLIPSIS; break;
     case TextStyle::wrapped: format = DT_WORDBREAK; break;
+    case TextStyle::title:
     case TextStyle::cut: format |= DT_END_ELLIPSIS; break;
+    case TextStyle::bold:
     case TextStyle::plain:
     case TextStyle::figure: break;
   }
@@ -77,7 +98,8 @@ void LabelWindow::drawText(HDC dc, RECT area) {
     const LONG spare = (area.bottom - area.top) - (needed.bottom - needed.top);
     if (spare > 0) area.top += spare / 2;
   }
-  paintText(dc, text_, area, font, enabled() ? colours_.text : palette::kMuted, format);
+  const COLORREF muted = metrics_.highContrast() ? ::GetSysColor(COLOR_GRAYTEXT) : palette::kMuted;
+  paintText(dc, text_, area, font, enabled() ? colours_.text : muted, format);
 }
 
 // "caption: number unit" in three columns; a text of another form is drawn as it is.

@@ -12,13 +12,18 @@ class LabelWindow : public ControlWindow {
   LabelWindow(const ControlLayout& layout, ControlEvents& events, const ControlSurroundings& surroundings);
   void command(WORD notification) override;
   void draw(DRAWITEMSTRUCT& item) override;
+  std::string tooltip() override;
 
  protected:
   LRESULT message(UINT number, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  bool isCuttable() const;
+  HFONT font() const;
   void drawText(HDC dc, RECT area);
   void drawFigure(HDC dc, const RECT& area);
+
+  bool hasTooltip_ = false;
 };
 
 }  // namespace pelvaro::win32

@@ -334,7 +334,7 @@ COLORREF ListViewWindow::drawRowGround(HDC dc, int row, const RECT& area) {
 void ListViewWindow::drawCells(HDC dc, int row, const RECT& area, COLORREF ink) {
   if (picture_ != Picture::none) {
     const LONG left = area.left + scaled(kIconLeft);
-    paintPicture(dc, metrics_, picture_, {left, area.top, left + scaled(kIconSize), area.bottom}, false);
+    paintPicture(dc, metrics_, picture_, {left, area.top, left + scaled(kIconSize), area.bottom}, false, ink);
   }
   const LONG right = client().right;
   for (int i = 0; i < (header_ ? header_->columnCount() : 1); ++i) {

@@ -53,6 +53,13 @@ void smooth(HDC dc, const RECT& box, COLORREF colour, Inside inside) {
   }
 }
 
+// How far a colour of an icon counts as line, of 255: the dark and the strong ones wholly, the tints hardly.
+int lineCover(COLORREF colour) {
+  constexpr int kFull = 115, kNone = 215;  // brightness
+  const int bright = (299 * GetRValue(colour) + 587 * GetGValue(colour) + 114 * GetBValue(colour)) / 1000;
+  return std::clamp((kNone - bright) * 255 / (kNone - kFull), 0, 255);
+}
+
 struct Point {
   double x, y;
 };
@@ -179,6 +186,7 @@ void paintText(HDC dc, std::string_view what, RECT area, HFONT font, COLORREF co
   ::SetBkMode(dc, TRANSPARENT);
   ::SetTextColor(dc, colour);
   placeLine(dc, what, area, format);
+  if (format & DT_WORDBREAK) format |= DT_EDITCONTROL | DT_END_ELLIPSIS;  // whole lines only
   ::DrawTextA(dc, what.data(), static_cast<int>(what.size()), &area, format | DT_NOPREFIX);
 }
 
@@ -187,13 +195,37 @@ LONG textWidth(HDC dc, std::string_view what, HFONT font) {
   return drawnWidth(dc, what);
 }
 
-void paintPicture(HDC dc, ScreenMetrics& metrics, Picture what, const RECT& area, bool muted) {
+void paintLines(HDC dc, HICON icon, POINT place, int size, COLORREF ink) {
+  // Drawn on white, what it covers with white or with nothing comes out alike: no line.
+  const RECT area{0, 0, size, size};
+  const HDC memory = ::CreateCompatibleDC(dc);
+  const HBITMAP bitmap = memoryBitmap(dc, area);
+  {
+    const Selected withBitmap(memory, bitmap);
+    fill(memory, area, palette::kWhite);
+    ::DrawIconEx(memory, 0, 0, icon, size, size, 0, nullptr, DI_NORMAL);
+    for (int y = 0; y < size; ++y) {
+      for (int x = 0; x < size; ++x) {
+        const int covered = lineCover(::GetPixel(memory, x, y));
+        if (covered == 0) continue;
+        const COLORREF under = ::GetPixel(dc, place.x + x, place.y + y);
+        ::SetPixelV(dc, place.x + x, place.y + y, mixed(under, ink, covered, 255));
+      }
+    }
+  }
+  ::DeleteObject(bitmap);
+  ::DeleteDC(memory);
+}
+
+void paintPicture(HDC dc, ScreenMetrics& metrics, Picture what, const RECT& area, bool muted, COLORREF ink) {
   const int room = static_cast<int>(area.right - area.left);
-  const HICON icon = metrics.icon(what, room, muted);
+  const bool contrast = metrics.highContrast();
+  const HICON icon = metrics.icon(what, room, muted && !contrast);
   if (!icon) return;
   const int size = ScreenMetrics::iconSize(room);
-  ::DrawIconEx(dc, area.left + (room - size) / 2, area.top + (static_cast<int>(area.bottom - area.top) - size) / 2,
-               icon, size, size, 0, nullptr, DI_NORMAL);
+  const POINT place{area.left + (room - size) / 2, area.top + (static_cast<int>(area.bottom - area.top) - size) / 2};
+  if (contrast) return paintLines(dc, icon, place, size, ink);
+  ::DrawIconEx(dc, place.x, place.y, icon, size, size, 0, nullptr, DI_NORMAL);
 }
 
 }  // namespace pelvaro::win32

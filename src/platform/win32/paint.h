@@ -65,7 +65,9 @@ void dotted(HDC dc, const RECT& area, COLORREF colour);
 void paintText(HDC dc, std::string_view what, RECT area, HFONT font, COLORREF colour, UINT format);
 // The width that a line of text takes when it is painted.
 LONG textWidth(HDC dc, std::string_view what, HFONT font);
-// An icon in the middle of `area`, muted for a disabled control.
-void paintPicture(HDC dc, ScreenMetrics& metrics, Picture what, const RECT& area, bool muted);
+// An icon in the middle of `area`, muted for a disabled control; with a high-contrast scheme its lines in `ink`.
+void paintPicture(HDC dc, ScreenMetrics& metrics, Picture what, const RECT& area, bool muted, COLORREF ink);
+// An icon of `size` pixels in one colour: its dark parts, so that what it shows is seen on any ground.
+void paintLines(HDC dc, HICON icon, POINT place, int size, COLORREF ink);
 
 }  // namespace pelvaro::win32

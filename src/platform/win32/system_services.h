@@ -52,7 +52,7 @@ class SystemServices {
   FormScreen screen_{loop};
   SystemDialogs dialogs_{screen_};
   SystemEnvironment environment_;
-  SystemFiles files_;
+  SystemFiles files_{&loop};
   SystemInterfaceTable interfaces_;
   SystemProcesses processes_;
   SystemRandom random_;

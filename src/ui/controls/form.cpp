@@ -18,7 +18,6 @@ void Form::load() {
   if (loaded_) return;
   loaded_ = true;
   visible_ = minimised_ = false;
-  pointer_ = Pointer::arrow;
   movedX_ = movedY_ = 0;
   peer_ = services_.forms.createForm(layout_, *this);
   // In the order of the layout table, which is the order of the tabulator key.
@@ -40,11 +39,13 @@ void Form::unload() {
   for (Control* control : controls_) control->detach();
   if (peer_) peer_->destroy();
   peer_.reset();
+  pointer_ = Pointer::arrow;
   loaded_ = unloading_ = false;
 }
 
 void Form::showPeer(bool modal) {
   load();
+  if (!loaded_) return;  // its load may have unloaded it
   visible_ = true;
   minimised_ = false;
   showing_ = true;
