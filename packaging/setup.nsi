@@ -265,6 +265,7 @@ Section "${PROGRAM}" main
   File "${DIST}/pelvaro.exe"
   File "${DIST}/Default.DAT"
   File "${DIST}/loading.avi"
+  File "${DIST}/manual.html"
   File "${PICTURES}/Licence.txt"
   WriteUninstaller "$INSTDIR\uninstall.exe"
   CreateShortcut "$SMPROGRAMS\${PROGRAM}.lnk" "$INSTDIR\pelvaro.exe" "" "" 0 SW_SHOWNORMAL "" "${DESCRIPTION}"
@@ -352,6 +353,7 @@ Section Uninstall
   Delete "$INSTDIR\pelvaro.exe"
   Delete "$INSTDIR\Default.DAT"
   Delete "$INSTDIR\loading.avi"
+  Delete "$INSTDIR\manual.html"
   Delete "$INSTDIR\Licence.txt"
   ${If} $Purge == yes
     Delete "$INSTDIR\${OWN_LIST}"

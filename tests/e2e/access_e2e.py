@@ -131,8 +131,8 @@ class Access(editor_e2e.Editor):
         self.main.click("Image2")
         self.wait_disconnected()
         self.assert_told(self.splash)  # it has come and gone
-        self.main.set_text("statuslbl", "this & that")  # of which the platform would take the "&" for a mark
-        self.assertEqual(self.session.driver.call("accessible", "Pelvaro.Form1", "statuslbl")["name"], "this & that")
+        self.main.set_text("Label8", "this & that")  # of which the platform would take the "&" for a mark
+        self.assertEqual(self.session.driver.call("accessible", "Pelvaro.Form1", "Label8")["name"], "this & that")
         self.main.click("Label3")
         self.wait_ended()
 

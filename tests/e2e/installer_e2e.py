@@ -15,7 +15,7 @@ SETUP = os.path.join(e2e.BUILD, "pelvaro-setup.exe")
 PORTABLE = os.path.join(e2e.BUILD, "pelvaro-portable.zip")
 DIST = os.path.join(e2e.BUILD, "dist")
 
-SHIPPED = ["Default.DAT", "Licence.txt", "loading.avi", "pelvaro.exe"]
+SHIPPED = ["Default.DAT", "Licence.txt", "loading.avi", "manual.html", "pelvaro.exe"]
 INSTALLED = sorted(SHIPPED + ["uninstall.exe"])
 OWN = "Default2.DAT"
 UNINSTALL = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Pelvaro"

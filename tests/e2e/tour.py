@@ -40,7 +40,8 @@ FRAMES = {
     "editor": (1.6, "A new connection. Which operator?"),
     "operators": (2.2, "Choose the country and the operator"),
     "operator-taken": (1.8, "Number and access point are filled in"),
-    "phone-detected": (2.0, "Validate Device: which modem has a phone that answers?"),
+    "modems": (1.5, "Two modems are known to the system"),
+    "phone-detected": (2.0, "Validate Device: the one whose phone answers"),
     "editor-filled": (1.6, "A name, and Add Now"),
     "entry-chosen": (1.6, "The connection is in the list: press Connect"),
     "prompt": (1.8, "User name and password"),
@@ -58,6 +59,7 @@ FRAMES = {
     "hung-up": (1.5, "Disconnected"),
     "phone-chosen": (1.8, "A driver for the cable of a phone"),
     "restart-offered": (2.0, "It is installed, a restart is offered"),
+    "menu": (1.3, "The menu of a connection"),
     "modify": (1.8, "Edit: another name, another name server"),
     "renamed": (1.5, "Renamed"),
     "deleted": (2.0, "Delete, and the phonebook is empty again"),
@@ -101,6 +103,15 @@ class Tour:
         listed = lambda: self.editor.combo("Combo1")["items"]
         e2e.wait_for(lambda: listed() == list(modems), 20, lambda: "the modems are %r" % listed())
 
+    def modem_list(self, name, did, saw):
+        """A picture with the list of the modems open."""
+        open_lists = lambda: [w for w in self.session.windows("ComboLBox") if w["visible"]]
+        self.editor.click("Combo1")
+        e2e.wait_for(open_lists, 5, "the list of the modems opens")
+        self.seen(name, did, saw)
+        self.editor.click("Combo1")
+        e2e.wait_for(lambda: not open_lists(), 5, "the list of the modems closes")
+
     def call(self, *command):
         return self.session.driver.call(*command)
 
@@ -125,7 +136,7 @@ class Tour:
         self.editor.wait("foreground")
         self.wait_modems(NOKIA, SAMSUNG)
         self.rest_pointer()
-        self.seen("editor", "click Add", "the editor, with the modems of the system")
+        self.seen("editor", "click Add", "the editor")
         self.editor.click("Command2")
         self.picker.wait("foreground")
         self.picker.choose("Combo1", COUNTRY)
@@ -138,10 +149,10 @@ class Tour:
         e2e.wait_for(lambda: self.editor.text("Text2") == "*99#" and self.editor.text("Text3"), 5, "the details")
         self.rest_pointer()
         self.seen("operator-taken", "press Enter on an operator", "its number and access point are filled in")
+        self.modem_list("modems", "click the devices", "both modems of the system are listed")
         self.editor.click("Check1")
         self.wait_modems(NOKIA)
-        self.rest_pointer()
-        self.seen("phone-detected", "tick Validate Device", "only the modem whose phone answers is listed")
+        self.modem_list("phone-detected", "tick Validate Device", "only the modem whose phone answers is listed")
         self.editor.enter("Text1", "Garden")
         self.editor.wait_control("Command1", "enabled")
         self.rest_pointer()
@@ -270,8 +281,9 @@ class Tour:
         self.editor.click("Image2")
         self.drivers.wait("foreground")
         self.expect("whether there is a driver", self.drivers.text("driverlbl"), "No")
+        self.drivers.drag("captionLabel", 0, -220)
         self.rest_pointer()
-        self.seen("drivers", "click Add, click Driver", "the driver window; no phone is chosen yet")
+        self.seen("drivers", "click Add, click Driver, drag it up", "the driver window; no phone is chosen yet")
         self.drivers.choose("Combo1", "Nokia")
         self.drivers.choose("Combo2", "6100")
         self.drivers.wait_text("driverlbl", "Yes")

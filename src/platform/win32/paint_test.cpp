@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace pelvaro::win32 {
 namespace {
 
@@ -68,6 +70,50 @@ TEST(PaintText, ALineThatIsTooLongIsCutWithinItsArea) {
   EXPECT_GT(whole.right - whole.left, 80);
   EXPECT_LE(cut.right, 90);
   EXPECT_GE(cut.left, 10);
+}
+
+// An icon of four quarters: dark, light, white, and nothing.
+HICON quarters(int size) {
+  BITMAPINFO info{};
+  info.bmiHeader = {sizeof info.bmiHeader, size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* bits = nullptr;
+  ICONINFO icon{TRUE, 0, 0, ::CreateBitmap(size, size, 1, 1, nullptr),
+                ::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0)};
+  constexpr DWORD kParts[] = {0xFF000080, 0xFFA9C8F5, 0xFFFFFFFF, 0};
+  for (int i = 0; i < size * size; ++i) {
+    static_cast<DWORD*>(bits)[i] = kParts[2 * (i / size / (size / 2)) + i % size / (size / 2)];
+  }
+  const HICON result = ::CreateIconIndirect(&icon);
+  ::DeleteObject(icon.hbmMask);
+  ::DeleteObject(icon.hbmColor);
+  return result;
+}
+
+TEST(PaintLines, OfAnIconOnlyTheDarkPartsAreSeenInTheColourOfTheScheme) {
+  constexpr LONG kSize = 16;
+  for (const auto& [ground, ink] :
+       {std::pair{RGB(0, 0, 0), palette::kWhite}, {palette::kWhite, RGB(0, 0, 0)}, {RGB(0, 0, 0), RGB(255, 255, 0)}}) {
+    const HDC dc = ::CreateCompatibleDC(nullptr);
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, 2 * kSize, -2 * kSize, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    const HBITMAP bitmap = ::CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ before = ::SelectObject(dc, bitmap);
+    fill(dc, {0, 0, 2 * kSize, 2 * kSize}, ground);
+    const HICON icon = quarters(kSize);
+    paintLines(dc, icon, {8, 8}, kSize, ink);
+    const auto at = [&](int x, int y) { return ::GetPixel(dc, 8 + x, 8 + y); };
+    EXPECT_EQ(at(3, 3), ink) << "dark";
+    EXPECT_NE(at(12, 3), ink) << "light";
+    EXPECT_EQ(at(3, 12), ground) << "white";
+    EXPECT_EQ(at(12, 12), ground) << "nothing";
+    EXPECT_EQ(at(-1, 3), ground) << "around it";
+    EXPECT_EQ(at(kSize, 3), ground) << "around it";
+    ::DestroyIcon(icon);
+    ::SelectObject(dc, before);
+    ::DeleteObject(bitmap);
+    ::DeleteDC(dc);
+  }
 }
 
 TEST(PaintText, OfNothingPaintsNothing) {
