@@ -1,6 +1,7 @@
 // An installation of a package of twenty files beside the bare calls of the system that it makes, which take no time of
 // their own here: what is left is the installer's. Native. Ends with 1 when a limit is missed.
 #include <cstdio>
+#include <exception>
 
 #include "alternating.h"
 #include "drivers/installer.h"
@@ -46,7 +47,7 @@ struct Machine {
 
 }  // namespace
 
-int main() {
+int main() try {
   Machine machine;
   drivers::Installer installer(
       {machine.dialogs, machine.environment, machine.desktop, machine.files, machine.processes, machine.shutdown});
@@ -55,7 +56,7 @@ int main() {
     installer.install("06");
     machine.journal.take();
   };
-  const std::string package = kPackage;
+  const std::string package = kPackage, from = package + "\\";
   const auto bare = [&] {
     machine.processes.start("C:\\Programs\\corvanti\\common\\driver\\PL-2303 Driver Installer.exe", kShowNormal);
     machine.files.namesIn(package, ".inf");
@@ -66,10 +67,10 @@ int main() {
     for (const std::string& file : machine.systemFiles) {
       machine.files.isFile(kDrivers + file);
       machine.files.shortPathName(kDrivers + file, name, sizeof name);
-      machine.files.shortPathName(package + "\\" + file, name, sizeof name);
+      machine.files.shortPathName(from + file, name, sizeof name);
       machine.files.moveFileEx("s", "d", 5);
     }
-    for (const std::string& file : machine.informationFiles) machine.files.shellCopy(package + "\\" + file, file, 256);
+    for (const std::string& file : machine.informationFiles) machine.files.shellCopy(from + file, file, 256);
     machine.dialogs.messageBox("?", kButtonsYesNo);
     machine.processes.start("applet", kShowMinimised);
     machine.journal.take();
@@ -81,4 +82,7 @@ int main() {
                "5000)",
                ours, calls, ours - calls);
   return limits.exitCode();
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "%s\n", error.what());
+  return 2;
 }

@@ -67,6 +67,7 @@ void Installer::restartIfAgreed(const char* question) {
 void Installer::CopyDriverFiles(const std::string& folder, std::string_view kind) {
   Files& files = system_.files;
   const std::string package = commonPath + folder;
+  const std::string from = package + "\\";
   File1 = files.namesIn(package, ".inf");
   File2 = files.namesIn(package, ".sys");
   // Another installation may begin in the yield and while the shell asks.
@@ -81,7 +82,7 @@ void Installer::CopyDriverFiles(const std::string& folder, std::string_view kind
   std::uint32_t flags = 0;
   for (const std::string& name : systemFiles) {
     flags = kSimpleProgress;
-    const std::string source = package + "\\" + name;
+    const std::string source = from + name;
     if (files.isFile(drivers + name)) {
       modReplaceFiles::ReplaceFileAtRestart({system_.files, system_.environment, system_.loop}, drivers + name, source,
                                             false);
@@ -91,8 +92,9 @@ void Installer::CopyDriverFiles(const std::string& folder, std::string_view kind
   }
   if (kind == kSystemFilesOnly) return;
   // Kept on purpose: the flags are those that the files before have left.
+  const std::string inf = windowsPath + "\\inf\\";
   for (const std::string& name : informationFiles) {
-    files.shellCopy(package + "\\" + name, windowsPath + "\\inf\\" + name, flags);
+    files.shellCopy(from + name, inf + name, flags);
   }
   // The folder alone is looked at, not where it lies.
   restartIfAgreed(contains(lowered(folder), "mt") ? kRestartForPhone : kRestartForModem);

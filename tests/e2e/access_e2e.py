@@ -116,9 +116,8 @@ class Access(editor_e2e.Editor):
 
     def test_the_windows_of_a_dial(self):
         self.open_prompt()
-        self.type("guest")
-        self.session.keys("tab")
-        self.type("wrong-secret")
+        self.prompt.enter("Text1", "guest")
+        self.prompt.enter("Text2", "wrong-secret")
         self.assert_told(self.prompt)
         self.assert_walked(self.prompt)
         self.session.keys("enter")

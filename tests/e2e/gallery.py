@@ -1,9 +1,10 @@
-"""Pictures of every window, with usual texts and with the longest ones, each at several resolutions, cropped to the window.
+"""Pictures of every window, with usual texts and with the longest ones, at several resolutions, cropped to the window.
 
-They go to build/screens/gallery/; with --sheet the usual ones at 96 dots an inch are put together in docs/contact_sheet.png.
-Start it with scripts/gallery.sh.
+They go to build/screens/gallery/; with --sheet the usual ones at 96 dots an inch are put together in
+docs/contact_sheet.png. Start it with scripts/gallery.sh.
 """
 
+import contextlib
 import os
 import shutil
 import subprocess
@@ -29,17 +30,15 @@ OPERATORS = list_file(
 LETTERS = bytes(c for c in range(0x80, 0x100) if c not in (0x81, 0x8D, 0x8F, 0x90, 0x9D, 0xA0, 0xAD)).decode("cp1252")
 PARTS = [LETTERS[i:i + 28] for i in range(0, len(LETTERS), 28)]
 LONG_NAME = "Corvanti-" + "Office, second floor, the spare phone of the night watch " * 5
-LONG_NAMES = (LONG_NAME[:255] + "X", "Corvanti-" + "W" * 247, "Corvanti-" + LETTERS, "&File & 50 %s", "jgpqy \u00c5\u00dc\u00c7",
-              *("Corvanti-%d" % i for i in range(6, 12)))
+LONG_NAMES = (LONG_NAME[:255] + "X", "Corvanti-" + "W" * 247, "Corvanti-" + LETTERS, "&File & 50 %s",
+              "jgpqy \u00c5\u00dc\u00c7", *("Corvanti-%d" % i for i in range(6, 12)))
 LONG_DEVICE = ("Mobile Phone USB Modem with a Very Long Name of the Maker and of the Model " * 2)[:128]
-LONG_HEADINGS = ",".join("%s: a heading %s" % (word, LETTERS[60:90]) for word in
-                         ("Place", "Operator", "APN", "User", "Password", "Primary", "Secondary", "Plan", "Code", "Type",
-                          "Notes"))
-LONG_RECORDS = list_file(LONG_HEADINGS, *(",".join([PARTS[0], PARTS[i % 4] + " %d" % i, "internet." + LETTERS[70:] + ".example",
-                                                    "a long name of a user %d" % i, "[blank]" + LETTERS[:20],
-                                                    "255.255.255.255", "255.255.255.254", PARTS[1], PARTS[2], PARTS[3], LETTERS])
-                                          for i in range(14)))
-LONG_OPERATORS = LONG_RECORDS.split(b"\r\n", 1)[1]  # its own headings are the first line
+WORDS = ("Place", "Operator", "APN", "User", "Password", "Primary", "Secondary", "Plan", "Code", "Type", "Notes")
+LONG_HEADINGS = ",".join("%s: a heading %s" % (word, LETTERS[60:90]) for word in WORDS)
+LONG_RECORDS = [",".join([PARTS[0], "%s %d" % (PARTS[i % 4], i), "internet.%s.example" % LETTERS[70:],
+                          "a long name of a user %d" % i, "[blank]" + LETTERS[:20], "255.255.255.255",
+                          "255.255.255.254", *PARTS[1:4], LETTERS]) for i in range(14)]
+LONG_OPERATORS = list_file(LONG_HEADINGS, *LONG_RECORDS).split(b"\r\n", 1)[1]  # its own headings are the first line
 LONG_ERROR = "The remote computer did not respond in the time that was allowed for it. " * 3
 FIGURES = {"Label1": "Total bytes received: -2147483648 KB", "Label2": "Total bytes transmitted: 2147483647 KB",
            "Label4": "Download rate: -2,147,483,648 KB/sec.", "Label5": "Upload rate: 2,147,483,647 KB/sec.",
@@ -148,8 +147,11 @@ class Gallery:
         self.main.choose_row("ListView1", 1, "right")
         self.session.wait_menu()
         self.shoot("menu", self.main, *self.popups("#32768"))
-        self.session.keys("esc")
-        self.session.driver.call("wait-menu", 5000, "gone")
+        for _ in range(3):  # a stroke may come before the menu takes the keyboard
+            self.session.keys("esc")
+            with contextlib.suppress(e2e.Failure):
+                self.session.driver.call("wait-menu", 2000, "gone")
+                break
         self.main.choose_row("ListView1", 0)
         self.forms()
         self.limit_and_dial()
@@ -305,19 +307,23 @@ class Gallery:
         self.longest()
 
 
-ROWS = (("form1-disconnected", "form1-limits", "form2-editor"), ("form3-operators", "frmdriver-chosen", "form6-limitation"),
-        ("frmedit", "form4-credentials", "form5-splash"), ("frmstatus-progress", "frmstatus-failed", "message-question"))
+ROWS = (("form1-disconnected", "form1-limits", "form2-editor"),
+        ("form3-operators", "frmdriver-chosen", "form6-limitation"),
+        ("frmedit", "form4-credentials", "form5-splash"),
+        ("frmstatus-progress", "frmstatus-failed", "message-question"))
+GROUND = "#8a99b5"
 
 
 def sheet(files, out):
-    """All windows side by side on a quiet ground, few colours: a drawn window has no more."""
-    command = ["convert", "-background", "#8a99b5"]
+    """All windows side by side on a quiet ground, in few colours: a drawn window has no more."""
+    command = ["convert", "-background", GROUND]
     for row in ROWS:
         command += ["("]
         for name in row:
-            command += ["(", files[name], "-bordercolor", "#8a99b5", "-border", "12", ")"]
+            command += ["(", files[name], "-bordercolor", GROUND, "-border", "12", ")"]
         command += ["+append", ")"]
-    command += ["-append", "-bordercolor", "#8a99b5", "-border", "12", "-strip", "+dither", "-colors", "200", "PNG8:" + out]
+    command += ["-append", "-bordercolor", GROUND, "-border", "12", "-strip", "+dither", "-colors", "200",
+                "PNG8:" + out]
     subprocess.run(command, check=True, timeout=60)
     print("%s, %d KB" % (os.path.relpath(out), os.path.getsize(out) // 1024))
 
@@ -335,7 +341,7 @@ def main(words):
             gallery.go(exe)
             if dpi == 96 and "--sheet" in words:
                 sheet(gallery.files, os.path.join(e2e.ROOT, "docs", "contact_sheet.png"))
-        except (e2e.Failure, OSError) as failure:
+        except (e2e.Failure, OSError, subprocess.SubprocessError) as failure:
             failed += 1
             print("at %d dots an inch: %s" % (dpi, failure), flush=True)
             if gallery.session.display:

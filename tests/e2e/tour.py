@@ -1,5 +1,5 @@
-"""The guided tour: the whole typical use before the reader's eyes, from an empty phonebook to an empty phonebook, one plain
-line and one picture a step. With --film it also makes docs/tour.gif.
+"""The guided tour: the whole typical use before the reader's eyes, from an empty phonebook to an empty one again, one
+plain line and one picture a step. With --film it also makes docs/tour.gif.
 
 Ends with 0 only when every step was seen. Start it with scripts/tour.sh.
 """
@@ -41,7 +41,8 @@ FRAMES = {
     "operators": (2.2, "Choose the country and the operator"),
     "operator-taken": (1.8, "Number and access point are filled in"),
     "modems": (1.5, "Two modems are known to the system"),
-    "phone-detected": (2.0, "Validate Device: the one whose phone answers"),
+    "validated": (1.3, "Validate Device: the phones are asked"),
+    "phone-detected": (1.8, "The one that answers is left"),
     "editor-filled": (1.6, "A name, and Add Now"),
     "entry-chosen": (1.6, "The connection is in the list: press Connect"),
     "prompt": (1.8, "User name and password"),
@@ -152,7 +153,9 @@ class Tour:
         self.modem_list("modems", "click the devices", "both modems of the system are listed")
         self.editor.click("Check1")
         self.wait_modems(NOKIA)
-        self.modem_list("phone-detected", "tick Validate Device", "only the modem whose phone answers is listed")
+        self.rest_pointer()
+        self.seen("validated", "tick Validate Device", "the phones are asked who they are")
+        self.modem_list("phone-detected", "click the devices", "only the modem whose phone answers is left")
         self.editor.enter("Text1", "Garden")
         self.editor.wait_control("Command1", "enabled")
         self.rest_pointer()
@@ -369,7 +372,7 @@ class Film:
     """One frame of the same part of the screen for each step named in FRAMES, with what is done below it."""
 
     LEFT, TOP, WIDTH, HEIGHT, STRIP = 316, 262, 648, 500, 36
-    GROUND, INK = "#8a99b5", "#ffffff"
+    GROUND, STRIP_GROUND, INK = "#8a99b5", "#2f3f66", "#ffffff"
 
     def __init__(self, session):
         self.session, self.frames = session, []
@@ -389,14 +392,16 @@ class Film:
     def make(self, out):
         """The desktop is black: each frame gets a quieter ground, poured in from its corner."""
         # The font that the program is drawn with here.
-        font = os.path.join(os.path.dirname(self.session.environment["WINELOADER"]), "../../share/wine/fonts/tahoma.ttf")
+        fonts = os.path.join(os.path.dirname(self.session.environment["WINELOADER"]), "../../share/wine/fonts")
+        font = os.path.join(fonts, "tahoma.ttf")
+        words = ["-font", font] if os.path.exists(font) else []
+        words += ["-pointsize", "16", "-fill", self.INK, "-annotate", "+0+9"]
         command = ["convert", "-loop", "0"]
         for name, file in self.frames:
-            seconds, words = FRAMES[name]
-            command += ["(", file, "-fill", self.GROUND, "-draw", "color 0,0 floodfill", "-background", "#2f3f66", "-gravity",
-                        "south", "-splice", "0x%d" % self.STRIP, *(["-font", font] if os.path.exists(font) else []),
-                        "-pointsize", "16", "-fill", self.INK, "-annotate", "+0+9", words, "-set", "delay",
-                        str(int(100 * seconds)), ")"]
+            seconds, text = FRAMES[name]
+            command += ["(", file, "-fill", self.GROUND, "-draw", "color 0,0 floodfill", "-background", self.STRIP_GROUND,
+                        "-gravity", "south", "-splice", "0x%d" % self.STRIP, *words, text,
+                        "-set", "delay", str(int(100 * seconds)), ")"]
         command += ["+dither", "-colors", "96", "-layers", "optimize", out]
         subprocess.run(command, check=True, timeout=120)
         print("The film: %s, %d frames, %d KB" % (os.path.relpath(out), len(self.frames), os.path.getsize(out) // 1024))

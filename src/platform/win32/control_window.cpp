@@ -132,7 +132,7 @@ void ControlWindow::tellTooltip(UINT message, char* text) {
 }
 
 std::string ControlWindow::accessibleName() const {
-  const std::string spoken = layout_.spoken ? layout_.spoken : "";
+  std::string spoken = layout_.spoken ? layout_.spoken : "";
   switch (layout_.kind) {
     case ControlKind::label: return text_.empty() ? spoken : text_;
     case ControlKind::textBox:
