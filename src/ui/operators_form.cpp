@@ -22,7 +22,7 @@ constexpr const char* kNumber = "*99#";
 constexpr std::size_t kApn = 2, kUser = 3, kPassword = 4, kPrimary = 5, kSecondary = 6;
 // Every field is a column; those that are not to be seen have no width. The others stand side by side in the list with
 // its vertical scroll bar, at 96 dpi; those of the name servers hold any address.
-constexpr int kWidths[operators::kFieldCount] = {0, 100, 108, 72, 0, 100, 100, 68, 0, 0, 0};
+constexpr int kWidths[operators::kFieldCount] = {0, 100, 108, 72, 0, 100, 100, 64, 0, 0, 0};
 
 // "[blank]" stands for nothing in a credential, wherever it is.
 std::string withoutBlanks(std::string_view field) {

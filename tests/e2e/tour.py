@@ -399,9 +399,9 @@ class Film:
         command = ["convert", "-loop", "0"]
         for name, file in self.frames:
             seconds, text = FRAMES[name]
-            command += ["(", file, "-fill", self.GROUND, "-draw", "color 0,0 floodfill", "-background", self.STRIP_GROUND,
-                        "-gravity", "south", "-splice", "0x%d" % self.STRIP, *words, text,
-                        "-set", "delay", str(int(100 * seconds)), ")"]
+            command += ["(", file, "-fill", self.GROUND, "-draw", "color 0,0 floodfill",
+                        "-background", self.STRIP_GROUND, "-gravity", "south", "-splice", "0x%d" % self.STRIP,
+                        *words, text, "-set", "delay", str(int(100 * seconds)), ")"]
         command += ["+dither", "-colors", "96", "-layers", "optimize", out]
         subprocess.run(command, check=True, timeout=120)
         print("The film: %s, %d frames, %d KB" % (os.path.relpath(out), len(self.frames), os.path.getsize(out) // 1024))

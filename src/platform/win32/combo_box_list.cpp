@@ -51,7 +51,17 @@ void ComboBoxList::fit() {
   ::SetWindowPos(box_, nullptr, 0, 0, box.right, box.bottom + rows * metrics_.scaled(kRowHeight) + 2 * kEdge,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
   ::SendMessageA(box_, CB_SETDROPPEDWIDTH, 1, 0);  // some systems make it no narrower than it was before
-  ::SendMessageA(box_, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(std::min(width, widest)), 0);
+  ::SendMessageA(box_, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(std::min({width, widest, roomToTheRight()})), 0);
+}
+
+// From the box's left edge to that of the screen.
+int ComboBoxList::roomToTheRight() const {
+  RECT box{};
+  ::GetWindowRect(box_, &box);
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  ::GetMonitorInfoA(::MonitorFromWindow(box_, MONITOR_DEFAULTTONEAREST), &monitor);
+  return std::max(0, static_cast<int>(monitor.rcWork.right - box.left));
 }
 
 LRESULT CALLBACK ComboBoxList::procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {

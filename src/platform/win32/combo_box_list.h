@@ -20,6 +20,7 @@ class ComboBoxList {
 
   // Before it drops down: as wide as its longest entry, as high as its rows.
   void fit();
+  int roomToTheRight() const;
   void drawRow(const DRAWITEMSTRUCT& item);
 
  private:

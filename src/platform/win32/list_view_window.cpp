@@ -149,7 +149,12 @@ LRESULT ListViewWindow::notified(NMHDR& header) {
     case static_cast<UINT>(LVN_ITEMCHANGED): {
       const auto& change = reinterpret_cast<NMLISTVIEW&>(header);
       const bool selected = (change.uNewState & LVIS_SELECTED) && !(change.uOldState & LVIS_SELECTED);
-      if (header_) repaint();  // the platform would draw a row as far as its columns go
+      if (header_) {
+        repaint();  // the platform would draw a row as far as its columns go
+      } else if (change.iItem >= 0 && ((change.uNewState ^ change.uOldState) & LVIS_SELECTED)) {
+        const RECT row = rowPlace(change.iItem);  // the platform leaves out what lies before the icon
+        ::InvalidateRect(window_, &row, FALSE);
+      }
       if (selected && change.iItem >= 0 && !ours_) {
         if (rightPressed_) {
           unreported_ = true;  // reported at the release, with the menu
