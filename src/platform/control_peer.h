@@ -179,14 +179,14 @@ struct TimerPeer {
 // What a form on the screen reports. Positions are pixels from the form's upper left corner.
 struct FormEvents {
   virtual ~FormEvents() = default;
-  virtual void activated() = 0;       // it became the active one among the program's windows
-  virtual void closeRequested() = 0;  // Alt+F4 and the like
-  virtual void escapePressed() = 0;
-  virtual void helpRequested() = 0;
-  virtual void coloursChanged() = 0;
-  virtual void mousePressed(MouseButton button, int x, int y) = 0;
-  virtual void mouseMoved(MouseButton button, int x, int y) = 0;
-  virtual void mouseReleased(MouseButton button, int x, int y) = 0;
+  virtual void activated() {}       // it became the active one among the program's windows
+  virtual void closeRequested() {}  // Alt+F4 and the like
+  virtual void escapePressed() {}
+  virtual void helpRequested() {}
+  virtual void coloursChanged() {}
+  virtual void mousePressed(MouseButton /*button*/, int /*x*/, int /*y*/) {}
+  virtual void mouseMoved(MouseButton /*button*/, int /*x*/, int /*y*/) {}
+  virtual void mouseReleased(MouseButton /*button*/, int /*x*/, int /*y*/) {}
 };
 
 // One form on the screen, made hidden.

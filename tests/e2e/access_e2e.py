@@ -5,7 +5,7 @@ import unittest
 
 import editor_e2e
 import pelvaro_e2e as e2e
-from dialing_e2e import OFFICE
+from desk import OFFICE
 from editor_e2e import NOKIA
 
 # Of each window the controls whose name is not the text that they have at the time.

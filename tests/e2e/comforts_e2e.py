@@ -7,7 +7,7 @@ import subprocess
 import unittest
 
 import pelvaro_e2e as e2e
-from dialing_e2e import HOME, Desk
+from desk import HOME, Desk
 
 PLACE = "HKCU\\Software\\Pelvaro\\Window"
 

@@ -7,7 +7,7 @@ import os
 import subprocess
 import unittest
 
-import dialing_e2e
+import desk
 import pelvaro_e2e as e2e
 from editor_e2e import NOKIA, SAMSUNG, Editor
 
@@ -31,7 +31,7 @@ CABLE = r'{0}\PL-2303 Driver Installer.exe | "{0}\PL-2303 Driver Installer.exe" 
 PACKAGE = r'{0}\%s\DPInst.exe | "{0}\%s\DPInst.exe" /lm /d /se  /EL /f /sa /Q | show none'.format(PACKAGES)
 APPLET = r"C:\windows\system32\MODEM.CPL | RunDLL32 shell32.dll,Control_RunDLL MODEM.CPL,Modems,Add | show 2"
 
-dialing_e2e.FORMS["frmDriver"] = ("Pelvaro - Drivers", (376, 232), {
+desk.FORMS["frmDriver"] = ("Pelvaro - Drivers", (376, 232), {
     "captionLabel": ("Static", "Pelvaro - Drivers", 16, 5, 315, 20),
     "Label1": ("Static", "Brand", 16, 44, 112, 24),
     "Combo1": ("ComboBox", "Motorola", 136, 44, 224, 24),
@@ -186,7 +186,7 @@ class DriverWindow(Installing):
         self.assertEqual(self.form.combo("Combo3")["items"], ["USB", "Bluetooth"])
         self.assertEqual(self.models()[:3] + self.models()[-2:], [OTHER, "C975", "E398", "C350", "V220"])
         self.assertEqual(self.settings(), [None] * 3)
-        self.session.screenshot("drivers", dialing_e2e.MARGIN)
+        self.session.screenshot("drivers", desk.MARGIN)
 
     def test_linked_lists_and_driver_support(self):
         self.open()
@@ -200,7 +200,7 @@ class DriverWindow(Installing):
         self.form.wait_text("driverlbl", "No")
         self.form.choose("Combo3", "USB")
         self.form.wait_text("driverlbl", "Yes")
-        self.session.screenshot("drivers-chosen", dialing_e2e.MARGIN)
+        self.session.screenshot("drivers-chosen", desk.MARGIN)
         self.form.choose("Combo1", "Sony Ericsson")
         self.assertEqual(self.chosen(), ["Sony Ericsson", OTHER, "USB", "No"])
         self.assertEqual(len(self.models()), 26)
@@ -299,7 +299,7 @@ class DriverWindow(Installing):
         self.open()
         self.assertEqual(self.chosen(), ["Motorola", "", "USB", "Yes"])
         e2e.wait_for(lambda: self.written("Combo2"), 2, "the words that ask for a choice")
-        self.session.screenshot("drivers-nothing-chosen", dialing_e2e.MARGIN)
+        self.session.screenshot("drivers-nothing-chosen", desk.MARGIN)
 
     def test_an_other_model_leaves_the_window_open_with_an_hourglass(self):
         shape = lambda: self.session.driver.call("pointer-shape")

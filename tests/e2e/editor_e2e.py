@@ -2,15 +2,15 @@
 
 import unittest
 
-import dialing_e2e
+import desk
 import pelvaro_e2e as e2e
-from dialing_e2e import HOME, OFFICE, WORK, Desk
+from desk import HOME, OFFICE, WORK, Desk
 
 NOKIA, SAMSUNG, NO_MODEM = "Nokia 6230 USB Modem", "Samsung D500 USB Modem", "--No Modem detect--"
 BLUETOOTH_ADVICE = "Please manually add the device for bluetooth connection."
 CABLE_ONLY = ("Label8", "Check1", "Command4", "Image1", "Image2")
 
-dialing_e2e.FORMS["Form2"] = ("Pelvaro - Connection", (456, 432), {
+desk.FORMS["Form2"] = ("Pelvaro - Connection", (456, 432), {
     "captionLabel": ("Static", "Pelvaro - Connection", 16, 5, 395, 20),
     "Label7": ("Button", "Close", 419, 1, 36, 27),
     "Label2": ("Static", "Connection Name", 16, 44, 152, 24),
@@ -87,7 +87,7 @@ class Editing(Editor):
         self.assertFalse(self.editor.checked("Check1"))
         for box in ("Text4", "Text5"):
             self.assertFalse(self.editor.control(box)["enabled"])
-        self.session.screenshot("editor-add", dialing_e2e.MARGIN)
+        self.session.screenshot("editor-add", desk.MARGIN)
 
     def test_by_keyboard_alone(self):
         self.add()
@@ -121,7 +121,7 @@ class Editing(Editor):
         self.wait_devices(NOKIA)
         self.assertTrue(self.editor.checked("Check1"))
         self.fill("Garden")
-        self.session.screenshot("editor-filled", dialing_e2e.MARGIN)
+        self.session.screenshot("editor-filled", desk.MARGIN)
         self.editor.click("Command1")
         self.editor.wait("hidden")
         self.wait_entries(OFFICE, HOME, WORK, "Corvanti-Garden")
@@ -159,7 +159,7 @@ class Editing(Editor):
         self.editor.choose("Combo3", "Bluetooth")
         for control in CABLE_ONLY:
             self.editor.wait_control(control, "hidden")
-        self.session.screenshot("editor-bluetooth", dialing_e2e.MARGIN)
+        self.session.screenshot("editor-bluetooth", desk.MARGIN)
         self.editor.push("Image2")
         self.session.answer_box(e2e.OK, BLUETOOTH_ADVICE)
         self.stays(lambda: self.devices() in ([], [NOKIA], [NOKIA, SAMSUNG]))  # rebuilt again and again

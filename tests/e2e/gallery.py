@@ -12,7 +12,7 @@ import sys
 import time
 
 import pelvaro_e2e as e2e
-from dialing_e2e import CONNECTED, FAILED, phonebook
+from desk import FAILED, phonebook
 from operators_e2e import list_file
 
 FOLDER = "C:\\Pelvaro"

@@ -4,9 +4,9 @@ near it and past it, in real seconds."""
 import re
 import unittest
 
-import dialing_e2e
+import desk
 import pelvaro_e2e as e2e
-from dialing_e2e import CONNECTED, LIMIT_LABELS, Desk
+from desk import CONNECTED, LIMIT_LABELS, Desk
 
 NEAR = "You are about to reach limit, disconnect now?"
 SIZE_PASSED = "You have reached size limit. Reconnect?"
@@ -15,7 +15,7 @@ INVALID = "Invalid Input. Please enter again."
 TIME_RANGE = "The time limit can be 1 to 546 minutes. Please enter again."
 SIZE_RANGE = "The size limit can be 1 to 32767 KB. Please enter again."
 
-dialing_e2e.FORMS["Form6"] = ("Pelvaro - Limitation", (304, 168), {
+desk.FORMS["Form6"] = ("Pelvaro - Limitation", (304, 168), {
     "Label2": ("Static", "Limitation", 16, 5, 243, 20),
     "closeMark": ("Button", "Close", 267, 1, 36, 27),
     "Option1": ("Button", "Time Limit ", 16, 44, 112, 24),
@@ -159,7 +159,7 @@ class Limits(Desk):
         self.wait_visible("Form1")
         self.question(SIZE_PASSED, e2e.YES)
         self.prompt.wait("foreground")
-        self.assertEqual(self.prompt.text("Text1"), dialing_e2e.USER)
+        self.assertEqual(self.prompt.text("Text1"), desk.USER)
         self.session.keys("enter")  # the prompt is filled: one key, and it is online
         self.main.wait_text("statuslbl", CONNECTED)
         self.question(SIZE_PASSED, e2e.NO, 15)  # still past it
@@ -206,7 +206,7 @@ class Wrapping(Desk):
     def test_totals_turn_negative_when_the_counters_wrap_and_nothing_is_cut_off(self):
         self.connect()
         e2e.wait_for(lambda: "-41" in self.main.text("Label1"), 10, "a negative total")
-        self.session.screenshot("traffic-wrapped", dialing_e2e.MARGIN)
+        self.session.screenshot("traffic-wrapped", desk.MARGIN)
 
 
 class NoInterface(Desk):

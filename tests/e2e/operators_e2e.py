@@ -6,7 +6,7 @@ import subprocess
 import tempfile
 import unittest
 
-import dialing_e2e
+import desk
 import pelvaro_e2e as e2e
 import editor_e2e
 from editor_e2e import NOKIA, SAMSUNG
@@ -27,7 +27,7 @@ MARISOL = "Lisbon,Marisol,marisol,,,,,,,,"
 BOXES = ["Text1(%d)" % i for i in range(10)]
 LABELS = ["Label1(%d)" % i for i in range(10)]
 
-dialing_e2e.FORMS["Form3"] = ("Pelvaro - Operators", (600, 364), {
+desk.FORMS["Form3"] = ("Pelvaro - Operators", (600, 364), {
     "captionLabel": ("Static", "Pelvaro - Operators", 16, 5, 539, 20),
     "closeMark": ("Button", "Close", 563, 1, 36, 27),
     "Label1": ("Static", "Country/ City", 16, 44, 88, 24),
@@ -38,7 +38,7 @@ dialing_e2e.FORMS["Form3"] = ("Pelvaro - Operators", (600, 364), {
     "Command2": ("Button", "Save Current List", 192, 320, 128, 28),
     "Command1": ("Button", "Close", 496, 320, 88, 28),
 })
-dialing_e2e.FORMS["frmEdit"] = ("Pelvaro - Edit", (568, 268), {
+desk.FORMS["frmEdit"] = ("Pelvaro - Edit", (568, 268), {
     "captionLabel": ("Static", "Pelvaro - Edit", 16, 5, 507, 20),
     "closeMark": ("Button", "Close", 531, 1, 36, 27),
     **{LABELS[i]: ("Static", "", 16 + i // 5 * 280, 44 + i % 5 * 32, 88, 24) for i in range(10)},
@@ -199,14 +199,14 @@ class Picking(Operators):
         self.picker.choose("Combo1", "Albania")
         rows = self.picker.wait_rows("ListView2", lambda rows: rows and rows[0][0] == "Albania")
         self.assertEqual(len(rows[0]), 11)
-        self.session.screenshot("operators", dialing_e2e.MARGIN)
+        self.session.screenshot("operators", desk.MARGIN)
         self.picker.wait_control("Command3", "disabled")
         self.picker.wait_control("Command4", "disabled")
         self.picker.choose_row("ListView2", 0)
         self.picker.wait_control("Command3", "enabled")
         self.picker.click("Command3")
         self.boxes.wait("foreground")
-        self.session.screenshot("operator-edit", dialing_e2e.MARGIN)
+        self.session.screenshot("operator-edit", desk.MARGIN)
         self.boxes.enter("Text1(1)", "my.apn")
         self.type(",")
         self.stays(lambda: self.boxes.text("Text1(1)") == "my.apn")
@@ -253,7 +253,7 @@ class Picking(Operators):
         self.editor.enter("Text1", "Garden")
         self.editor.click("Command1")
         self.editor.wait("hidden")
-        self.wait_entries(*[dialing_e2e.OFFICE, dialing_e2e.HOME, dialing_e2e.WORK, "Corvanti-Garden"])
+        self.wait_entries(*[desk.OFFICE, desk.HOME, desk.WORK, "Corvanti-Garden"])
         self.open_prompt("Corvanti-Garden")
         self.session.keys("enter")
         self.wait_connected()
@@ -347,7 +347,7 @@ class Picking(Operators):
         self.edit_row()
         texts = dict(zip(LABELS + BOXES, HEADER.split(",")[1:] + NORLINE.split(",")[1:]))
         self.assert_laid_out("frmEdit", texts)
-        self.session.screenshot("operator-boxes", dialing_e2e.MARGIN)
+        self.session.screenshot("operator-boxes", desk.MARGIN)
         for i, box in enumerate(BOXES):
             self.boxes.set_text(box, "field %d" % (i + 1))
         self.boxes.click("Command1")
@@ -370,7 +370,7 @@ class Picking(Operators):
         self.boxes.wait_text(BOXES[0], "ab")
         self.type(",c,")
         self.boxes.wait_text(BOXES[0], "abc")
-        self.session.screenshot("operator-comma", dialing_e2e.MARGIN)
+        self.session.screenshot("operator-comma", desk.MARGIN)
         self.tab_to(BOXES[1])
         self.session.keys("shift+insert")
         self.boxes.wait_text(BOXES[1], "ab")
@@ -478,7 +478,7 @@ class Sharp(Operators):
         self.assert_laid_out("Form3", {"Combo1": "Lisbon"})
         self.edit_row()
         self.assert_laid_out("frmEdit", dict(zip(LABELS + BOXES, HEADER.split(",")[1:] + NORLINE.split(",")[1:])))
-        self.session.screenshot("operators-144", dialing_e2e.MARGIN)
+        self.session.screenshot("operators-144", desk.MARGIN)
         self.boxes.enter(BOXES[1], "my.apn")
         self.session.keys("enter")
         self.boxes.wait("gone")

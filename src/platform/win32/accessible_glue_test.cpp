@@ -39,14 +39,6 @@ const FormLayout kLayout{.name = "Spoken",
 
 struct Events : FormEvents, ControlEvents {
   std::string entry = "an entry";
-  void activated() override {}
-  void closeRequested() override {}
-  void escapePressed() override {}
-  void helpRequested() override {}
-  void coloursChanged() override {}
-  void mousePressed(MouseButton, int, int) override {}
-  void mouseMoved(MouseButton, int, int) override {}
-  void mouseReleased(MouseButton, int, int) override {}
   std::string_view cellText(int, int) override { return entry; }
 };
 

@@ -33,14 +33,8 @@ struct Events : FormEvents, ControlEvents {
   std::function<void()> onClick;
   std::vector<std::string> rows;
   int clicks = 0, escapes = 0, closes = 0;
-  void activated() override {}
   void closeRequested() override { ++closes; }
   void escapePressed() override { ++escapes; }
-  void helpRequested() override {}
-  void coloursChanged() override {}
-  void mousePressed(MouseButton, int, int) override {}
-  void mouseMoved(MouseButton, int, int) override {}
-  void mouseReleased(MouseButton, int, int) override {}
   void clicked() override {
     ++clicks;
     if (onClick) onClick();

@@ -147,10 +147,8 @@ struct Events : FormEvents, ControlEvents {
   void activated() override { log += "activated "; }
   void closeRequested() override { log += "close "; }
   void escapePressed() override { log += "escape "; }
-  void helpRequested() override {}
   void coloursChanged() override { log += "colours "; }
   void mousePressed(MouseButton button, int, int) override { log += button == MouseButton::right ? "right " : "left "; }
-  void mouseMoved(MouseButton, int, int) override {}
   void mouseReleased(MouseButton, int, int) override { log += "released "; }
   void clicked() override { log += "clicked "; }
   void itemClicked() override { log += "item "; }

@@ -154,17 +154,6 @@ TEST(SystemEnvironmentVariables, AreEmptyWhenNotSetAndFollowNoCase) {
   EXPECT_EQ(environment.variable("OS"), "Windows_NT");
 }
 
-struct NoEvents : FormEvents {
-  void activated() override {}
-  void closeRequested() override {}
-  void escapePressed() override {}
-  void helpRequested() override {}
-  void coloursChanged() override {}
-  void mousePressed(MouseButton, int, int) override {}
-  void mouseMoved(MouseButton, int, int) override {}
-  void mouseReleased(MouseButton, int, int) override {}
-};
-
 TEST(FormPointer, IsAnHourglassOverTheFormAndItsControlsUntilItIsSetBack) {
   constexpr ControlLayout controls[] = {
       {.name = "Command1", .kind = ControlKind::commandButton, .caption = "OK", .place = {0, 80, 90, 28}}};
@@ -172,7 +161,7 @@ TEST(FormPointer, IsAnHourglassOverTheFormAndItsControlsUntilItIsSetBack) {
       .name = "Pointed", .title = "", .width = 200, .height = 200, .controls = controls, .rules = {}};
   MessageLoop loop;
   FormScreen screen(loop);
-  NoEvents formEvents;
+  FormEvents formEvents;
   ControlEvents events;
   const std::shared_ptr<FormPeer> form = screen.createForm(layout, formEvents);
   const std::shared_ptr<ControlPeer> button = form->createControl(controls[0], events);

@@ -37,13 +37,7 @@ struct Events : FormEvents, ControlEvents {
   std::vector<std::vector<std::string>> rows;
   std::string log;
   std::function<void()> onActivate;
-  void activated() override {}
-  void closeRequested() override {}
-  void escapePressed() override {}
-  void helpRequested() override {}
-  void coloursChanged() override {}
   void mousePressed(MouseButton button, int, int) override { log += button == MouseButton::right ? "right " : ""; }
-  void mouseMoved(MouseButton, int, int) override {}
   void mouseReleased(MouseButton button, int, int) override { log += button == MouseButton::right ? "released " : ""; }
   void clicked() override { log += "clicked "; }
   void itemClicked() override { log += "item "; }

@@ -39,14 +39,6 @@ constexpr Colour kSurface = 0xF8E4D8, kInk = 0x800000, kInputText = 0x1A1A1A;
 struct Events : FormEvents, ControlEvents {
   std::function<void()> onClick;
   int clicks = 0;
-  void activated() override {}
-  void closeRequested() override {}
-  void escapePressed() override {}
-  void helpRequested() override {}
-  void coloursChanged() override {}
-  void mousePressed(MouseButton, int, int) override {}
-  void mouseMoved(MouseButton, int, int) override {}
-  void mouseReleased(MouseButton, int, int) override {}
   void clicked() override {
     ++clicks;
     if (onClick) onClick();

@@ -28,16 +28,7 @@ const FormLayout kLayout{.name = "Boxes",
                          .rules = {},
                          .firstFocus = "Text1"};
 
-struct Events : FormEvents, ControlEvents {
-  void activated() override {}
-  void closeRequested() override {}
-  void escapePressed() override {}
-  void helpRequested() override {}
-  void coloursChanged() override {}
-  void mousePressed(MouseButton, int, int) override {}
-  void mouseMoved(MouseButton, int, int) override {}
-  void mouseReleased(MouseButton, int, int) override {}
-};
+struct Events : FormEvents, ControlEvents {};
 
 struct TextBox : testing::Test {
   MessageLoop loop;
