@@ -1,7 +1,6 @@
 // An installation of a package of twenty files beside the bare calls of the system that it makes, which take no time of
 // their own here: what is left is the installer's. Native. Ends with 1 when a limit is missed.
 #include <cstdio>
-#include <exception>
 
 #include "alternating.h"
 #include "drivers/installer.h"
@@ -82,7 +81,7 @@ int main() try {
                "5000)",
                ours, calls, ours - calls);
   return limits.exitCode();
-} catch (const std::exception& error) {
-  std::fprintf(stderr, "%s\n", error.what());
+} catch (...) {
+  std::fputs("it broke off\n", stderr);
   return 2;
 }

@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 again=$(mktemp -d)
 trap 'rm -rf "$again"' EXIT
 old="$PWD/build/win32" new="$again/a folder/win32"
-results=(dist/pelvaro.exe dist/Default.DAT dist/loading.avi packages/pelvaro-setup.exe packages/pelvaro-portable.zip)
+results=(dist/pelvaro.exe dist/Default.DAT dist/loading.avi dist/manual.html packages/pelvaro-setup.exe packages/pelvaro-portable.zip)
 
 if [ "${1:-}" = --full ]; then
   mkdir -p "$again/a folder"
@@ -21,7 +21,7 @@ if [ "${1:-}" = --full ]; then
 else
   results=(dist/pelvaro.exe packages/pelvaro-setup.exe packages/pelvaro-portable.zip)
   mkdir -p "$new/dist" "$new/packages"
-  cp build/win32/dist/{Default.DAT,loading.avi} "$new/dist/"
+  cp build/win32/dist/{Default.DAT,loading.avi,manual.html} "$new/dist/"
   cp build/win32/packages/{Licence.txt,head.bmp,side.bmp} "$new/packages/"
   # The build's own last commands, for other places.
   ninja -C build/win32 -t commands packages >"$again/commands"
