@@ -2,6 +2,7 @@
 # Sets up what is missing, builds, and runs all tests.
 #   ./test.sh           everything: native with sanitizers, under Wine, the driven program, fuzzers, style
 #   ./test.sh --quick   the native tests alone
+#   ./test.sh --coverage   which lines and branches of the portable code they reach
 set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/common.sh
@@ -10,7 +11,8 @@ quick=
 case "${1:-}" in
   "") ;;
   --quick) quick=yes ;;
-  --help | -h) sed -n '2,5s/^# //p' "$0"; exit 0 ;;
+  --coverage) scripts/setup.sh; exec scripts/coverage.sh ;;
+  --help | -h) sed -n '2,6s/^# //p' "$0"; exit 0 ;;
   *) fail "unknown option $1 (./test.sh --help)" ;;
 esac
 scripts/setup.sh
