@@ -11,7 +11,7 @@ build() { # PRESET TARGET...
   shift
   { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 &&
     cmake --build "build/$preset" --target "$@" >>"$log" 2>&1 ||
-    { grep -E 'error|Error|undefined' "$log" | head -n 20 >&2; fail "the $preset build failed: see $log"; }
+    { { grep -E 'error|Error|undefined' "$log" || tail -n 20 "$log"; } | head -n 20 >&2; fail "the $preset build failed: see $log"; }
 }
 packages=
 ! command -v makensis >/dev/null || packages=packages

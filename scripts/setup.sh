@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 . scripts/common.sh
 
 packages=(ca-certificates git make cmake ninja-build g++ gcc-mingw-w64-i686-posix g++-mingw-w64-i686-posix
-  googletest libgtest-dev libbenchmark-dev clang-14 libclang-rt-14-dev clang-tidy-14 clang-format-14 llvm-14
+  googletest libgtest-dev clang-14 libclang-rt-14-dev clang-tidy-14 clang-format-14 llvm-14
   gcovr patchelf xvfb xdotool openbox x11-utils imagemagick librsvg2-bin icoutils nsis python3 python3-markdown
   fontconfig)
 

@@ -8,9 +8,8 @@ namespace pelvaro::line {
 
 // One run of such a program, in the folder of the practice line:
 // - "programs.txt" gets a line when it starts and one when it ends,
-// - "installers.txt", when there is one, says what it does: lines of its kind ("cable", "package", "applet"), a word
-// and
-//   a value,
+// - "installers.txt", when there is one, says what it does, by lines of its kind ("cable", "package", "applet"), a word
+//   and a value:
 //     package exit 3                     its exit code, usually 0
 //     cable takes 700                    milliseconds, usually 0
 //     applet adds COM9 A Third Modem     the modem that it adds to "phonebook.txt", or "nothing"

@@ -15,17 +15,23 @@ void useCommonControls() {
   ::InitCommonControlsEx(&classes);
 }
 
-// No DLL is taken from the current folder. By name: the first Windows XP does not have it.
-void useNoCurrentFolder() {
+// The system loads DLLs by name for its own use, and would look beside the program first. They come from the system
+// folder alone, where the system can do that (from Windows 7 with its updates), and never from the current folder. Both
+// functions are asked for by name: the first Windows XP has neither.
+void useSystemFolderOnly() {
+  constexpr DWORD kSystemFolder = 0x800;  // LOAD_LIBRARY_SEARCH_SYSTEM32
+  using SetDefaultDllDirectories = BOOL(WINAPI*)(DWORD);
   using SetDllDirectory = BOOL(WINAPI*)(LPCSTR);
-  const FARPROC found = ::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "SetDllDirectoryA");
-  if (const auto set = reinterpret_cast<SetDllDirectory>(reinterpret_cast<void*>(found))) set("");
+  const HMODULE kernel = ::GetModuleHandleA("kernel32.dll");
+  const auto find = [kernel](const char* name) { return reinterpret_cast<void*>(::GetProcAddress(kernel, name)); };
+  if (const auto set = reinterpret_cast<SetDefaultDllDirectories>(find("SetDefaultDllDirectories"))) set(kSystemFolder);
+  if (const auto set = reinterpret_cast<SetDllDirectory>(find("SetDllDirectoryA"))) set("");
 }
 
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR commandLine, int) {
-  useNoCurrentFolder();
+  useSystemFolderOnly();
   if (const auto code = app::answerCommandLine(commandLine)) return *code;
   const app::OnlyOne only;
   if (!only.first() && app::OnlyOne::showTheFirst()) return 0;

@@ -62,8 +62,9 @@ void OnRasDialEvent(DialContext& context, frmDial& form, std::uint32_t state, st
 
 void RasDialEventHook::install(WindowHandle window) {
   remove();
-  hookedWindow_ = window;
   previous_ = context_.windows.hook(window, *this);
+  // A window that could not be hooked has nothing to be given back: a procedure of 0 would take it down.
+  if (previous_ != 0) hookedWindow_ = window;
   if (context_.dialEventMessage == 0) context_.dialEventMessage = context_.windows.registerMessage("RasDialEvent");
   if (context_.dialEventMessage == 0) context_.dialEventMessage = ras::kDialEventFallback;
 }

@@ -266,6 +266,15 @@ TEST_F(RasDialEventHookTest, RemovingWithoutAHookDoesNothing) {
   EXPECT_EQ(journal.take(), Lines{});
 }
 
+TEST_F(RasDialEventHookTest, WindowThatCouldNotBeHookedGetsNoProcedureBack) {
+  windows.unhookable = true;
+  hook.install(first);
+  EXPECT_EQ(hook.hookedWindow(), 0u);
+  journal.take();
+  hook.remove();
+  EXPECT_EQ(journal.take(), Lines{});
+}
+
 TEST_F(RasDialEventHookTest, OtherMessagesArePassedOnAndNotHandled) {
   hook.install(first);
   journal.take();
@@ -297,6 +306,18 @@ TEST_F(RasDialEventHookTest, ErrorOfMinusOneIsTakenAs32Bits) {
 // ---- the form's own hook ----
 
 struct HookedFormTest : fake::DialerTest {};
+
+TEST_F(HookedFormTest, WindowThatCouldNotBeHookedIsHookedByTheNextLoad) {
+  windows.unhookable = true;
+  form.load();
+  windows.unhookable = false;
+  journal.take();
+  form.load();
+  EXPECT_EQ(journal.take(), (Lines{"SetWindowProc 501 hook"}));
+  form.load();
+  form.unload();
+  EXPECT_EQ(journal.take(), (Lines{"SetWindowProc 501 1501", "DestroyWindow 501"}));
+}
 
 TEST_F(HookedFormTest, EventThatUnloadsTheFormIsStillPassedOn) {
   form.load();

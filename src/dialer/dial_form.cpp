@@ -24,9 +24,9 @@ struct SecretRecord : DialRecord {
 }  // namespace
 
 void frmDial::load() {
-  if (loaded()) return;
-  window_ = context_.windows.create();
-  hook_.install(window_);
+  if (!loaded()) window_ = context_.windows.create();
+  // Also a window of before that could not be hooked: without the hook every dial would be deaf.
+  if (hook_.hookedWindow() != window_) hook_.install(window_);
 }
 
 void frmDial::unload() {

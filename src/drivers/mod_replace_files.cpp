@@ -30,9 +30,10 @@ std::string_view kept(std::string_view bytes) {
 // system deletes the destination.
 void deleteByIni(Files& files, const std::string& path, const std::string& destination) {
   std::string text = "[Rename]\r\n";
-  if (files.isFile(path)) {
-    const std::optional<std::string> bytes = files.readWhole(path);
-    if (!bytes) return;
+  // Read before anything else: only a file that is neither read nor there is made anew.
+  const std::optional<std::string> bytes = files.readWhole(path);
+  if (!bytes && files.isFile(path)) return;
+  if (bytes) {
     text = kept(*bytes);
     if (!text.ends_with(kLineEnd)) text += kLineEnd;
   }

@@ -111,6 +111,20 @@ TEST_F(Replacing, AnIniThatCannotBeReadOrWrittenStaysAsItIs) {
   EXPECT_EQ(ini(std::nullopt), std::nullopt);
 }
 
+// Gives no file for anything that is asked for, as a system that cannot look does.
+struct BlindFiles : fake::FakeFiles {
+  using FakeFiles::FakeFiles;
+  bool isFile(const std::string&) override { return false; }
+};
+
+TEST_F(Replacing, AnIniThatIsReadIsKeptThoughItWasNotFound) {
+  BlindFiles blind(journal);
+  blind.contents[kIni] = "[Rename]\r\nNUL=C:\\A\r\n";
+  environment.variables.erase("os");
+  ReplaceFileAtRestart({blind, environment, desktop}, kDestination, kSource, false);
+  EXPECT_TRUE(blind.contents[kIni].starts_with("[Rename]\r\nNUL=C:\\A\r\nNUL="));
+}
+
 TEST_F(Replacing, ADestinationWithoutAShortNameIsAnEmptyOne) {
   files.nameless = {kDestination};
   EXPECT_EQ(ini(std::nullopt), "[Rename]\r\nNUL=\r\n");

@@ -16,7 +16,7 @@ std::int32_t nearThreshold(std::int32_t limit) {
 
 Reach reach(std::int32_t used, std::int32_t limit) {
   if (used > limit) return Reach::passed;
-  return used > nearThreshold(limit) ? Reach::near : Reach::far;
+  return used > nearThreshold(limit) ? Reach::close : Reach::below;
 }
 
 int elapsedSeconds(int start, int now) { return now < start ? now - start + kDay : now - start; }

@@ -11,15 +11,15 @@ constexpr std::int16_t kTimeLimit = 0;
 constexpr std::int16_t kSizeLimit = 1;
 
 enum class Reach {
-  far,    // at most 70 % of the limit
-  near,   // more than 70 %
+  below,  // at most 70 % of the limit
+  close,  // more than 70 %
   passed  // more than the limit
 };
 
 // 70 % of a limit, rounded to a whole number, halves to the even one.
 std::int32_t nearThreshold(std::int32_t limit);
 
-// How near `used` is to `limit` (seconds or kilobytes). Strictly: exactly 70 % is far, exactly the limit is near.
+// How near `used` is to `limit` (seconds or kilobytes). Strictly: exactly 70 % is below, exactly the limit is close.
 Reach reach(std::int32_t used, std::int32_t limit);
 
 // Seconds from one time of day to another (0 to 86399); an earlier one is tomorrow's, the same one is no time at all.

@@ -35,22 +35,22 @@ TEST(NearThreshold, IsRightForEveryLimitThatCanBeSet) {
 }
 
 TEST(Reach, IsStrictAtBothEnds) {
-  EXPECT_EQ(reach(70, 100), Reach::far);
-  EXPECT_EQ(reach(71, 100), Reach::near);
-  EXPECT_EQ(reach(100, 100), Reach::near);
+  EXPECT_EQ(reach(70, 100), Reach::below);
+  EXPECT_EQ(reach(71, 100), Reach::close);
+  EXPECT_EQ(reach(100, 100), Reach::close);
   EXPECT_EQ(reach(101, 100), Reach::passed);
-  EXPECT_EQ(reach(42, 60), Reach::far);
-  EXPECT_EQ(reach(43, 60), Reach::near);
+  EXPECT_EQ(reach(42, 60), Reach::below);
+  EXPECT_EQ(reach(43, 60), Reach::close);
   EXPECT_EQ(reach(61, 60), Reach::passed);
 }
 
 TEST(Reach, OfALimitThatIsNotPositive) {
-  EXPECT_EQ(reach(0, 0), Reach::far);
+  EXPECT_EQ(reach(0, 0), Reach::below);
   EXPECT_EQ(reach(1, 0), Reach::passed);
-  EXPECT_EQ(reach(-1, 0), Reach::far);
+  EXPECT_EQ(reach(-1, 0), Reach::below);
   EXPECT_EQ(reach(1, -300), Reach::passed);
-  EXPECT_EQ(reach(-1, 1), Reach::far);
-  EXPECT_EQ(reach(1, 1), Reach::far) << "70 % of one is one";
+  EXPECT_EQ(reach(-1, 1), Reach::below);
+  EXPECT_EQ(reach(1, 1), Reach::below) << "70 % of one is one";
 }
 
 TEST(ElapsedSeconds, GoesOverMidnight) {

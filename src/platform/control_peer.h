@@ -134,7 +134,7 @@ struct ControlEvents {
   // The selected row of a list was activated: by a double click or by Enter.
   virtual void itemActivated() {}
   // The text of a list cell, for a list that keeps its rows above; column 0 is the item's own text. A combo box
-  // takes the text of a row over when that is new.
+  // takes the text of a row over when that is new. It is asked for while the system draws: nothing is thrown.
   virtual std::string_view cellText(int /*row*/, int /*column*/) { return {}; }
 };
 

@@ -68,6 +68,7 @@ void frmDriver::restore(const char* key, ComboBox& list) {
   }
 }
 
+// A choice that cannot be stored is made anew next time.
 void frmDriver::save(const char* key, ComboBox& list) {
   services().settings.save(kSection, key, std::to_string(list.selected()));
 }

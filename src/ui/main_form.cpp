@@ -67,11 +67,7 @@ Form1::Form1(Windows& windows, Services& services, FormGroup& group)
   Label6.onClick = [this] { minimise(); };
   Timer1.onTick = [this] { poll(); };
   Timer2.onTick = [this] { tick(); };
-  ListView1.onMouseDown = [this](MouseButton button, int x, int y) {
-    listX_ = static_cast<float>(x);
-    listY_ = static_cast<float>(y);
-    rightClick_ = button == MouseButton::right;
-  };
+  ListView1.onMouseDown = [this](MouseButton button, int, int) { rightClick_ = button == MouseButton::right; };
   ListView1.onMouseUp = [this](MouseButton, int, int) { rightClick_ = false; };
   ListView1.onItemClick = [this] { itemClicked(); };
   ListView1.onActivate = [this] {
@@ -122,6 +118,7 @@ void Form1::onLoad() {
 
 void Form1::onUnload() {
   const Place at = place();
+  // Where it was is no loss when it cannot be kept.
   services().settings.save(kPlaceSection, kPlaceKey, std::to_string(at.left) + "," + std::to_string(at.top));
   services().loop.end();
 }
@@ -173,7 +170,7 @@ void Form1::tick() {
     put(Label10, line_, "", std::to_string(used), " KB");
     const monitor::Reach reach = monitor::reach(used, requiredbyte);
     if (reach == monitor::Reach::passed) return limitPassed(kSizePassed);
-    if (reach == monitor::Reach::near) {
+    if (reach == monitor::Reach::close) {
       put(Label7, line_, "size remained: ", std::to_string(subtract32(requiredbyte, used)), " KB");
       if (askedToDisconnect()) return disconnectNow();
     }
@@ -181,7 +178,7 @@ void Form1::tick() {
     Label10.setText(durationText(monitor::elapsedSeconds(startTime, services().clock.secondsOfDay())));
     const monitor::Reach reach = monitor::reach(tickCounter, requiredtime);
     if (reach == monitor::Reach::passed) return limitPassed(kTimePassed);
-    if (reach == monitor::Reach::near) {
+    if (reach == monitor::Reach::close) {
       put(Label7, line_, "Time left: ", std::to_string(subtract32(requiredtime, tickCounter)), " Second(s)");
       if (askedToDisconnect()) return disconnectNow();
       return;

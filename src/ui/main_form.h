@@ -93,7 +93,6 @@ class Form1 : public ProgramForm {
   bool dragging_ = false;
   float dragX_ = 0, dragY_ = 0;
   bool rightClick_ = false;
-  float listX_ = 0, listY_ = 0;
 };
 
 }  // namespace pelvaro

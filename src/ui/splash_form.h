@@ -2,7 +2,6 @@
 // up; otherwise it only shows that text.
 #pragma once
 
-#include <functional>
 
 #include "ui/controls/animation.h"
 #include "ui/controls/timer.h"

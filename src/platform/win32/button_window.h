@@ -19,7 +19,6 @@ class ButtonWindow : public ControlWindow {
   LRESULT message(UINT number, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  struct Face;
   bool isPicture() const { return layout_.kind == ControlKind::pictureButton; }
   bool isMark() const { return layout_.kind == ControlKind::closeMark || layout_.kind == ControlKind::minimiseMark; }
   void drawMark(HDC dc, const RECT& area, bool pressed);

@@ -392,6 +392,48 @@ TEST_F(ComboBox, ItsSelectionAndTextStayWhileThePointerIsInTheList) {
   EXPECT_EQ(drawing().count(kInputText), 0);
 }
 
+TEST_F(ComboBox, EnterTakesTheRowUnderThePointerAndReportsItOnce) {
+  combo->selectRow(0);
+  combo->focus();
+  key(VK_F4);
+  ::SendMessageA(list(), LB_SETCURSEL, 3, 0);
+  events.onClick = [this] { EXPECT_EQ(combo->selectedRow(), 3); };
+  key(VK_RETURN);
+  loop.yield();
+  EXPECT_FALSE(dropped());
+  EXPECT_EQ(shown(), "Motorola");
+  EXPECT_EQ(events.clicks, 1);
+  EXPECT_EQ(buttonEvents.clicks, 0);
+}
+
+TEST_F(ComboBox, EscLeavesTheRowUnderThePointer) {
+  combo->selectRow(1);
+  combo->focus();
+  key(VK_F4);
+  ::SendMessageA(list(), LB_SETCURSEL, 3, 0);
+  key(VK_ESCAPE);
+  loop.yield();
+  EXPECT_FALSE(dropped());
+  EXPECT_EQ(combo->selectedRow(), 1);
+  EXPECT_EQ(shown(), "Samsung");
+  EXPECT_EQ(events.clicks, 0);
+}
+
+TEST_F(ComboBox, AClickInTheListIsReportedOnce) {
+  combo->selectRow(0);
+  combo->focus();
+  key(VK_F4);
+  loop.yield();
+  RECT row{};
+  ::SendMessageA(list(), LB_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&row));
+  const LPARAM place = MAKELPARAM((row.left + row.right) / 2, (row.top + row.bottom) / 2);
+  for (const UINT number : {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP}) ::SendMessageA(list(), number, 0, place);
+  loop.yield();
+  EXPECT_FALSE(dropped());
+  EXPECT_EQ(shown(), "Siemens");
+  EXPECT_EQ(events.clicks, 1);
+}
+
 // The platform would draw parts of it, in its own look.
 TEST_F(ComboBox, AChangeOfStateIsDrawnWithTheNextPaintAndByUs) {
   const std::function<void()> changes[] = {

@@ -10,6 +10,7 @@ namespace pelvaro::win32 {
 namespace {
 
 constexpr int kArrowSize = 16, kArrowRight = 4;  // at 96 dpi; the arrow stands in a square
+constexpr UINT kListClosed = WM_APP + 10;        // to the box itself: its list has closed with a row taken
 
 }  // namespace
 
@@ -41,18 +42,31 @@ void ComboBoxWindow::setRowCount(int count) {
 
 void ComboBoxWindow::command(WORD notification) {
   switch (notification) {
-    case CBN_SELCHANGE:
-      chosen_ = platformsRow();
-      repaint();
-      loop_.guarded([this] { events_.clicked(); });
-      break;
+    case CBN_SELCHANGE: choose(); break;
     case CBN_DROPDOWN:
       chosen_ = platformsRow();
+      taken_ = false;
       list_->fit();
       break;
-    case CBN_CLOSEUP: repaint(); break;
+    case CBN_SELENDOK: taken_ = true; break;
+    case CBN_SELENDCANCEL: taken_ = false; break;
+    case CBN_CLOSEUP:
+      repaint();
+      if (platformsRow() == chosen_) break;
+      if (taken_) {
+        ::PostMessageA(window_, kListClosed, 0, 0);  // after a click the platform tells of the choice by itself
+      } else {
+        selectRow(chosen_);
+      }
+      break;
     default: break;
   }
+}
+
+void ComboBoxWindow::choose() {
+  chosen_ = platformsRow();
+  repaint();
+  loop_.guarded([this] { events_.clicked(); });
 }
 
 LRESULT ComboBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
@@ -66,6 +80,10 @@ LRESULT ComboBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
       if (wParam && !std::exchange(hasTooltip_, true)) offerTooltip();
       return 0;
     case WM_MOUSELEAVE: hover(false); break;
+    case kListClosed:
+      // By a key, with a row under the pointer: the platform takes it and says nothing.
+      if (!dropped() && platformsRow() != chosen_) choose();
+      return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
     case WM_ENABLE: repaint(); break;

@@ -25,11 +25,13 @@ class ComboBoxWindow : public ControlWindow {
  private:
   bool dropped() const { return ::SendMessageA(window_, CB_GETDROPPEDSTATE, 0, 0) != 0; }
   int platformsRow() const { return static_cast<int>(::SendMessageA(window_, CB_GETCURSEL, 0, 0)); }
+  void choose();
   RECT textPlace() const;
   void drawBox(HDC target);
 
   std::optional<ComboBoxList> list_;
-  int chosen_ = -1;  // the selected row while the list is down: the platform's follows the pointer there
+  int chosen_ = -1;     // the selected row while the list is down: the platform's follows the pointer there
+  bool taken_ = false;  // the list is closing with its row taken, not given up
   bool hasTooltip_ = false;
 };
 

@@ -1,0 +1,136 @@
+#!/usr/bin/env python3
+"""Changes the code a little, one place at a time, and looks whether a test notices.
+
+    tools/mutants.py [--seed N] [--most N] [FOLDER...]    folders under src/; all five of the rules without names
+
+Works on a copy of the sources in build/mutants. A change that does not compile does not count. Prints every change that
+no test noticed, and the share of those that one did; ends with 1 when that is below nine in ten.
+"""
+
+import argparse
+import os
+import random
+import re
+import shutil
+import subprocess
+import sys
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+WORK = os.path.join(ROOT, "build", "mutants")
+TREE, BUILD = os.path.join(WORK, "tree"), os.path.join(WORK, "build")
+FOLDERS = ("phonebook", "monitor", "operators", "devices", "drivers")
+
+# What is looked for in a line of code, and what it becomes.
+CHANGES = [
+    (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "), (r" == ", " != "), (r" != ", " == "),
+    (r" && ", " || "), (r" \|\| ", " && "), (r" \+ ", " - "), (r" - ", " + "), (r" \* ", " + "),
+    (r"\+\+(?=\w)", "--"), (r"\btrue\b", "false"), (r"\bfalse\b", "true"), (r"if \(!", "if ("),
+    (r"if \((?![!;])(?=[^;]*\) )", "if (!"), (r"(?<![\w.\"'])0(?![\w.\"'x])", "1"), (r"(?<![\w.\"'])1(?![\w.\"'x])", "2"),
+    (r"(?<![\w.\"'x])([2-9]\d*|1\d+)(?![\w.\"'])", lambda m: str(int(m.group(1)) + 1)),
+    (r"^(\s+)(?!return|const|auto|if|for|while|case|break|else|throw|using|std::\w+ \w+[ ;({])(\w[\w.>\-]*\([^;{}]*\);)$",
+     r"\1(void)0;"),
+]
+
+
+def code_lines(path):
+    """The lines that may be changed: no comments, no includes, no constants that are texts only."""
+    for number, line in enumerate(open(path, encoding="utf-8").read().split("\n")):
+        bare = line.split("//")[0]
+        if bare.strip() and not bare.lstrip().startswith(("#", "*", "namespace", "using", "static_assert", "template")):
+            yield number, bare
+
+
+def mutants(folder):
+    found = []
+    directory = os.path.join(TREE, "src", folder)
+    for name in sorted(os.listdir(directory)):
+        if not name.endswith(".cpp") or name.endswith("_test.cpp"):
+            continue
+        for number, line in code_lines(os.path.join(directory, name)):
+            quoted = [m.span() for m in re.finditer(r'"(?:[^"\\]|\\.)*"', line)]
+            for pattern, becomes in CHANGES:
+                for match in re.finditer(pattern, line):
+                    if any(a <= match.start() < b for a, b in quoted):
+                        continue
+                    changed = line[:match.start()] + match.expand(becomes) + line[match.end():] if isinstance(
+                        becomes, str) else line[:match.start()] + becomes(match) + line[match.end():]
+                    if changed != line:
+                        found.append((folder, os.path.join(directory, name), number, line, changed))
+    return found
+
+
+def build(target):
+    return subprocess.run(["cmake", "--build", BUILD, "--target", target], stdout=subprocess.DEVNULL,
+                          stderr=subprocess.DEVNULL).returncode == 0
+
+
+def noticed(target, *arguments):
+    program = next(os.path.join(d, target) for d, _, files in os.walk(BUILD) if target in files)
+    try:
+        return subprocess.run([program, "--gtest_brief=1", *arguments], stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL, stdin=subprocess.DEVNULL, timeout=60,
+                              cwd=os.path.dirname(program)).returncode != 0
+    except subprocess.TimeoutExpired:
+        return True
+
+
+def tried(folder, path, number, line, changed):
+    """True, False, or None for a change that does not compile."""
+    lines = open(path, encoding="utf-8").read().split("\n")
+    before = lines[number]
+    lines[number] = changed
+    with open(path, "w", encoding="utf-8") as file:
+        file.write("\n".join(lines))
+    try:
+        if not build(folder + "_test"):
+            return None
+        if noticed(folder + "_test"):
+            return True
+        return build("stories_test") and noticed("stories_test", "--gtest_filter=-*AWeek*:*Random*")
+    finally:
+        lines[number] = before
+        with open(path, "w", encoding="utf-8") as file:
+            file.write("\n".join(lines))
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--most", type=int, default=200, help="changes tried in all")
+    parser.add_argument("folders", nargs="*", default=list(FOLDERS))
+    options = parser.parse_args()
+    shutil.rmtree(TREE, ignore_errors=True)
+    for name in subprocess.run(["git", "ls-files"], cwd=ROOT, stdout=subprocess.PIPE, check=True,
+                               text=True).stdout.split("\n"):
+        if name and os.path.isfile(os.path.join(ROOT, name)):
+            os.makedirs(os.path.dirname(os.path.join(TREE, name)), exist_ok=True)
+            shutil.copy2(os.path.join(ROOT, name), os.path.join(TREE, name))
+    subprocess.run(["cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
+                    "-DCMAKE_CXX_FLAGS=-O0 -g0 -Wno-error"], stdout=subprocess.DEVNULL, check=True)
+    for folder in options.folders:
+        if not build(folder + "_test") or noticed(folder + "_test"):
+            sys.exit("the tests of %s fail as they are" % folder)
+    if not build("stories_test"):
+        sys.exit("the stories cannot be built")
+    chosen = [m for folder in options.folders for m in mutants(folder)]
+    whole = len(chosen)
+    random.Random(options.seed).shuffle(chosen)
+    counts = {folder: [0, 0] for folder in options.folders}
+    for mutant in chosen[:options.most]:
+        outcome = tried(*mutant)
+        if outcome is None:
+            continue
+        counts[mutant[0]][outcome] += 1
+        if not outcome:
+            print("%s:%d\n  - %s\n  + %s" % (os.path.relpath(mutant[1], TREE), mutant[2] + 1, mutant[3].strip(),
+                                             mutant[4].strip()), flush=True)
+    for folder, (missed, seen) in counts.items():
+        print("%s: %d of %d noticed" % (folder, seen, seen + missed))
+    missed, seen = (sum(c[i] for c in counts.values()) for i in (0, 1))
+    print("%d of %d noticed (%.1f %%), out of %d changes there could be" %
+          (seen, seen + missed, 100.0 * seen / max(1, seen + missed), whole))
+    sys.exit(0 if seen * 10 >= (seen + missed) * 9 else 1)
+
+
+if __name__ == "__main__":
+    main()
