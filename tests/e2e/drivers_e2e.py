@@ -220,7 +220,7 @@ class DriverWindow(Installing):
         self.tab_to("Combo3", "Command1", "cmdOK", "Command3", "Label4", "Combo1")
         self.session.keys("enter")
         for text, keys in ((UNPLUG, ["enter"]), (FOR_PHONE, ["tab", "enter"]), (PLUG_IN, ["enter"])):
-            shown = lambda: [box["text"] for box in self.session.driver.call("boxes")] == [text]
+            shown = lambda: [box["text"] for box in self.session.boxes()] == [text]
             e2e.wait_for(shown, 10, "the box \"%s\"" % text)
             self.session.keys(*keys)
         self.wait_done(BY_PACKAGE)

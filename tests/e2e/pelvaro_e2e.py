@@ -448,10 +448,17 @@ class Session:
         return Window(self, name if "." in name or name.startswith(("#", "0x")) else "Pelvaro." + name)
 
     # Message boxes.
+    def boxes(self):
+        """The message boxes on the screen, the one in front first: caption, text, buttons."""
+        for _ in range(5):
+            with contextlib.suppress(Failure):  # a box may vanish while it is described
+                return self.driver.call("boxes")
+        return self.driver.call("boxes")
+
     def wait_box(self, limit=10):
         """The message box in front: caption, text, buttons."""
         self.driver.call("wait-box", int(limit * 1000), limit=limit + 10)
-        return self.driver.call("boxes")[0]
+        return self.boxes()[0]
 
     def answer_box(self, button, text=None, caption="Pelvaro", limit=10):
         """Waits for a message box, checks what it says, presses a button and waits until the box is gone."""
