@@ -24,11 +24,23 @@ done
 for mark in DYNAMIC_BASE NX_COMPAT; do
   grep -qw "$mark" <<<"$dump" || fail "$exe lacks $mark"
 done
+# What is moved needs to know where its addresses stand.
+[ "$(i686-w64-mingw32-objdump -h "$exe" | grep -cw '\.reloc')" = 1 ] && ! grep -q 'relocations stripped' <<<"$dump" ||
+  fail "$exe cannot be moved in memory: it has no relocations"
+grep -qa 'stack smashing detected' "$exe" || fail "$exe has no stack protection"
+unprotected=$(for library in build/win32/src/*/libpelvaro_*.a build/win32/src/*/*/libpelvaro_*.a; do
+  i686-w64-mingw32-nm "$library" 2>/dev/null | grep -c 'U ___stack_chk_fail' >/dev/null || echo "$library"
+done)
+[ -z "$unprotected" ] || fail "built without stack protection: $unprotected"
 grep -qE 'MajorSubsystemVersion[[:space:]]+5' <<<"$dump" && grep -qE 'MinorSubsystemVersion[[:space:]]+1$' <<<"$dump" ||
   fail "$exe does not name Windows XP as its oldest system"
 # No section may be both written and executed.
 i686-w64-mingw32-objdump -h "$exe" | awk '/^ +[0-9]+ /{name=$2; getline; if (/CODE/ && !/READONLY/) {print name; exit 1}}' ||
   fail "$exe has a section that is written and executed"
+for words in 'requestedExecutionLevel level="asInvoker" uiAccess="false"' 'name="Microsoft.Windows.Common-Controls" version="6.'; do
+  grep -qaF "$words" "$exe" || fail "the manifest of $exe lacks $words"
+done
+[ "$(grep -aoF '<requestedExecutionLevel' "$exe" | wc -l)" = 1 ] || fail "$exe asks for its rights more than once"
 
 version=$(sed -n 's/^project(pelvaro VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)
 setup=build/pelvaro-setup.exe

@@ -479,6 +479,7 @@ class Session:
     def choose_menu(self, number, limit=10):
         """Chooses the entry of that number, from 1, of the open popup menu."""
         self.wait_menu(limit)
+        time.sleep(0.1)  # it is seen a moment before it takes keys
         self.driver.call("keys", *["down"] * number, "enter")
         self.driver.call("wait-menu", int(limit * 1000), "gone", limit=limit + 10)
 
