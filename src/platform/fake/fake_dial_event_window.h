@@ -20,6 +20,7 @@ struct FakeDialEventWindow : DialEventWindow {
   WindowHandle lastWindow = 500;
   std::map<WindowHandle, WindowProcedure> procedures;  // of the windows that exist
   MessageHook* hooked = nullptr;
+  bool unhookable = false;  // hooking fails
 
   // Delivers a message to a window as the system does: to the hook when it is in place, else to nobody.
   std::intptr_t send(WindowHandle window, std::uint32_t number, std::uintptr_t wParam, std::intptr_t lParam) {
@@ -44,6 +45,7 @@ struct FakeDialEventWindow : DialEventWindow {
   }
   WindowProcedure hook(WindowHandle window, MessageHook& hook) override {
     journal.add("SetWindowProc " + std::to_string(window) + " hook");
+    if (unhookable) return 0;
     hooked = &hook;
     return std::exchange(procedures[window], kHookProcedure);
   }

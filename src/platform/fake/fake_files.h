@@ -43,8 +43,7 @@ struct FakeFiles : Files {
   bool isFolder(const std::string& path) override { return folders.count(withoutSlash(path)) > 0; }
   bool makeFolder(const std::string& path) override {
     journal.add("CreateDirectory " + path);
-    if (!noNewFolders) folders.insert(withoutSlash(path));
-    return !noNewFolders;
+    return !noNewFolders && folders.insert(withoutSlash(path)).second;
   }
   std::vector<std::string> namesIn(const std::string& folder, const std::string& ending) override {
     journal.add("FindFiles " + folder + "\\*" + ending);

@@ -176,7 +176,9 @@ WindowHandle HeadlessDesktop::create() {
 std::uint32_t HeadlessDesktop::registerMessage(const char*) { return registeredMessage; }
 
 WindowProcedure HeadlessDesktop::hook(WindowHandle window, MessageHook& hook) {
-  windows_[window] = &hook;
+  const auto found = windows_.find(window);
+  if (found == windows_.end()) return 0;
+  found->second = &hook;
   return 1;
 }
 
