@@ -2,7 +2,6 @@
 // up; otherwise it only shows that text.
 #pragma once
 
-
 #include "ui/controls/animation.h"
 #include "ui/controls/timer.h"
 #include "ui/program_form.h"
