@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/win32/monitor.h"
 #include "platform/win32/paint.h"
 
 namespace pelvaro::win32 {
@@ -58,10 +59,7 @@ void ComboBoxList::fit() {
 int ComboBoxList::roomToTheRight() const {
   RECT box{};
   ::GetWindowRect(box_, &box);
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  ::GetMonitorInfoA(::MonitorFromWindow(box_, MONITOR_DEFAULTTONEAREST), &monitor);
-  return std::max(0, static_cast<int>(monitor.rcWork.right - box.left));
+  return std::max(0, static_cast<int>(monitorOf(box_).rcWork.right - box.left));
 }
 
 LRESULT CALLBACK ComboBoxList::procedure(HWND window, UINT number, WPARAM wParam, LPARAM lParam) {

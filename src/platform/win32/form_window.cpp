@@ -6,6 +6,7 @@
 
 #include "platform/win32/button_window.h"
 #include "platform/win32/control_names.h"
+#include "platform/win32/monitor.h"
 #include "platform/win32/paint.h"
 #include "platform/win32/resource_ids.h"
 
@@ -27,13 +28,6 @@ MouseButton heldButton(WPARAM keys) {
 
 FormWindow* formOf(HWND window) {
   return reinterpret_cast<FormWindow*>(static_cast<ULONG_PTR>(::GetWindowLongA(window, GWL_USERDATA)));
-}
-
-RECT workArea(HWND window) {
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  ::GetMonitorInfoA(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
-  return monitor.rcWork;
 }
 
 }  // namespace
@@ -183,7 +177,7 @@ void FormWindow::placeFirst() {
   const int width = static_cast<int>(own.right - own.left);
   const int height = static_cast<int>(own.bottom - own.top);
   const HWND main = screen_.mainWindow();
-  const RECT work = workArea(main);
+  const RECT work = monitorOf(main).rcWork;
   RECT around = work;
   if (::IsWindowVisible(main) && !::IsIconic(main)) ::GetWindowRect(main, &around);
   int left = static_cast<int>(around.left + around.right - width) / 2;
@@ -269,9 +263,7 @@ Place FormWindow::place() {
   placement.length = sizeof placement;
   ::GetWindowPlacement(window_, &placement);
   // Which is counted from the corner of the work area.
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  ::GetMonitorInfoA(::MonitorFromWindow(window_, MONITOR_DEFAULTTONEAREST), &monitor);
+  const MONITORINFO monitor = monitorOf(window_);
   return {static_cast<int>(placement.rcNormalPosition.left + monitor.rcWork.left - monitor.rcMonitor.left),
           static_cast<int>(placement.rcNormalPosition.top + monitor.rcWork.top - monitor.rcMonitor.top)};
 }
@@ -281,10 +273,7 @@ void FormWindow::moveTo(Place place) {
   ::GetWindowRect(window_, &own);
   const int width = static_cast<int>(own.right - own.left), height = static_cast<int>(own.bottom - own.top);
   const RECT wanted{place.left, place.top, place.left + width, place.top + height};
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  ::GetMonitorInfoA(::MonitorFromRect(&wanted, MONITOR_DEFAULTTONEAREST), &monitor);
-  const RECT& work = monitor.rcWork;
+  const RECT work = monitorOf(wanted).rcWork;
   const int left = std::max<int>(work.left, std::min<int>(place.left, work.right - width));
   const int top = std::max<int>(work.top, std::min<int>(place.top, work.bottom - height));
   ::SetWindowPos(window_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
