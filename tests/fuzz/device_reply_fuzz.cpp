@@ -48,6 +48,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string brand = devices::brandOfLine(reply.manufacturerLine());
   check(devices::lettersOnly(brand) == brand);
   check(devices::formatBrand(brand) == brand);
+  const std::string key = devices::GetDevicesBrand({std::string(text), "Nokia 6230"}, "6230");
+  check(contains(text, "6230") ? key == lowered(text) : key == "nokia 6230");
   check(devices::keyFits({std::string(text) + brand + "6230"}, brand, "6230") == !brand.empty());
   return 0;
 }

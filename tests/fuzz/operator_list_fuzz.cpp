@@ -7,6 +7,7 @@
 #include "base/runtime_error.h"
 #include "commands.h"
 #include "operators/list_check.h"
+#include "operators/list_lines.h"
 #include "operators/mod_encrypt.h"
 #include "operators/operator_list.h"
 
@@ -54,6 +55,18 @@ void checkPlaces(const OperatorList& list) {
   check(rows == list.size());
 }
 
+// A field that is changed is the new one, and no other is.
+void checkEdited(OperatorList list, std::string_view value) {
+  check(list.headings().size() == (list.header().empty() ? 0 : splitFields(list.header()).size()));
+  if (list.size() == 0) return;
+  const std::size_t row = value.size() % list.size(), number = value.size() % (kFieldCount - 1) + 1;
+  const std::string place(list.field(row, 0)), rest(list.record(row).rest);
+  list.setField(row, number, value);
+  check(list.field(row, number) == value && list.field(row, 0) == place && list.record(row).rest == rest);
+  SeededRandom random(1);
+  check(list.bytes(random).ends_with(kLineEnd));
+}
+
 // A list that was written as CSV is refused, or comes back with as many records.
 void checkCsv(std::string_view bytes, bool damaged, SeededRandom& random) {
   const Outcome csv = toCsv(bytes);
@@ -77,11 +90,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const OperatorList list(bytes);
     check(!damaged && list.size() == records);
     checkPlaces(list);
+    checkEdited(list, bytes.substr(0, 40));
     checkSaved(list, random);
   } catch (const RuntimeError& error) {
     check(damaged && error.number() == 5);
   }
   checkCsv(bytes, damaged, random);
+  if (size < 4096) check(operators::check(bytes).exit != Exit::fine || !damaged);
 
   const std::string line = modEncrypt::Scramble(bytes, random);
   check(line.size() <= 2 * bytes.size() + 2);
