@@ -46,7 +46,7 @@ class HeadlessDesktop::HeadlessTimer : public TimerPeer {
 
 class HeadlessDesktop::HeadlessForm : public FormPeer {
  public:
-  explicit HeadlessForm(HeadlessDesktop& desktop) : desktop_(desktop) {}
+  HeadlessForm(HeadlessDesktop& desktop, const FormLayout& layout) : desktop_(desktop), layout_(layout) {}
   ~HeadlessForm() override { hide(); }
   std::shared_ptr<ControlPeer> createControl(const ControlLayout&, ControlEvents&) override { return nullptr; }
   std::unique_ptr<TimerPeer> createTimer(TimerEvents& events) override {
@@ -54,12 +54,25 @@ class HeadlessDesktop::HeadlessForm : public FormPeer {
   }
   void setColours(Colours) override {}
   void destroy() override {}
-  void show(bool) override {
+  // Modal ones keep those from input that are visible by then.
+  void show(bool modal) override {
     if (!std::exchange(visible_, true)) ++desktop_.formsVisible_;
+    if (!modal || !kept_.empty()) return;
+    for (const std::weak_ptr<HeadlessForm>& form : desktop_.forms_) {
+      const auto other = form.lock();
+      if (other && other.get() != this && other->visible_ && !std::exchange(other->keptFromInput_, true)) {
+        kept_.push_back(other);
+      }
+    }
   }
   void hide() override {
     if (std::exchange(visible_, false)) --desktop_.formsVisible_;
+    for (const std::weak_ptr<HeadlessForm>& form : std::exchange(kept_, {})) {
+      if (const auto other = form.lock()) other->keptFromInput_ = false;
+    }
   }
+  bool keptFromInput() const { return visible_ && keptFromInput_; }
+  const FormLayout& layout() const { return layout_; }
   void moveBy(int, int) override {}
   void minimise() override {}
   void setPointer(Pointer) override {}
@@ -68,12 +81,32 @@ class HeadlessDesktop::HeadlessForm : public FormPeer {
 
  private:
   HeadlessDesktop& desktop_;
+  const FormLayout& layout_;
   bool visible_ = false;
+  bool keptFromInput_ = false;                     // while a modal form is shown
+  std::vector<std::weak_ptr<HeadlessForm>> kept_;  // by this one
   Place place_{100, 100};
 };
 
-std::shared_ptr<FormPeer> HeadlessDesktop::createForm(const FormLayout&, FormEvents&) {
-  return std::make_shared<HeadlessForm>(*this);
+std::shared_ptr<FormPeer> HeadlessDesktop::createForm(const FormLayout& layout, FormEvents&) {
+  auto form = std::make_shared<HeadlessForm>(*this, layout);
+  std::erase_if(forms_, [](const std::weak_ptr<HeadlessForm>& gone) { return gone.expired(); });
+  forms_.push_back(form);
+  return form;
+}
+
+int HeadlessDesktop::formsKeptFromInput() const {
+  return static_cast<int>(std::count_if(forms_.begin(), forms_.end(), [](const std::weak_ptr<HeadlessForm>& form) {
+    const auto there = form.lock();
+    return there && there->keptFromInput();
+  }));
+}
+
+bool HeadlessDesktop::keptFromInput(const FormLayout& layout) const {
+  return std::any_of(forms_.begin(), forms_.end(), [&layout](const std::weak_ptr<HeadlessForm>& form) {
+    const auto there = form.lock();
+    return there && &there->layout() == &layout && there->keptFromInput();
+  });
 }
 
 void HeadlessDesktop::guarded(const std::function<void()>& event) {
@@ -158,6 +191,11 @@ void HeadlessDesktop::yield() {
 }
 
 void HeadlessDesktop::runUntil(const std::function<bool()>& done) {
+  struct Wait {
+    explicit Wait(int& depth) : waits(depth) { ++waits; }
+    ~Wait() { --waits; }
+    int& waits;
+  } const wait(modalWaits_);
   const std::uint64_t limit = now_ + kLongestWait;
   runQueue();
   while (!ended_ && !done()) {

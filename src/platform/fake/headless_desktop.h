@@ -40,6 +40,11 @@ class HeadlessDesktop : public EventLoop, public FormFactory, public DialEventWi
   // Turns the clock, running everything that comes due on the way. May be called from inside an event.
   void advance(int milliseconds);
   int formsVisible() const { return formsVisible_; }
+  // How many visible forms a modal one keeps from input, whether it keeps the one of this layout, and how many waits
+  // for modal forms are under way.
+  int formsKeptFromInput() const;
+  bool keptFromInput(const FormLayout& layout) const;
+  int modalWaits() const { return modalWaits_; }
   int hiddenWindows() const { return static_cast<int>(windows_.size()); }
 
   void yield() override;
@@ -76,6 +81,8 @@ class HeadlessDesktop : public EventLoop, public FormFactory, public DialEventWi
   std::uint64_t now_ = 1;
   bool ended_ = false;
   int formsVisible_ = 0;
+  int modalWaits_ = 0;
+  std::vector<std::weak_ptr<HeadlessForm>> forms_;
   std::deque<std::function<void()>> queue_;
   std::vector<Due> delayed_;
   std::vector<HeadlessTimer*> timers_;
