@@ -119,14 +119,13 @@ void ControlWindow::offerTooltip() { tellTooltip(TTM_ADDTOOLA, LPSTR_TEXTCALLBAC
 void ControlWindow::tellTooltip(UINT message, char* text) {
   TOOLINFOA tool{};
   tool.cbSize = TTTOOLINFOA_V2_SIZE;
-  tool.uFlags = TTF_SUBCLASS;
   tool.hwnd = form_;
   tool.uId = reinterpret_cast<UINT_PTR>(window_);
   tool.lpszText = text;
   if (layout_.kind == ControlKind::label && !layout_.clickable) {
-    tool.rect = metrics_.scaled(layout_.place);  // it lets the mouse through to the form
+    tool.rect = metrics_.scaled(layout_.place);  // it lets the mouse through to the form, which passes it on
   } else {
-    tool.uFlags |= TTF_IDISHWND;
+    tool.uFlags = TTF_SUBCLASS | TTF_IDISHWND;
   }
   ::SendMessageA(tooltips_(), message, 0, reinterpret_cast<LPARAM>(&tool));
 }

@@ -17,8 +17,8 @@ void MessageLoop::dispatch(MSG& message) {
     if (message.message == WM_KEYDOWN && message.wParam == VK_RETURN && (message.lParam & kRepeated)) return;
     const HWND form = ::GetAncestor(message.hwnd, GA_ROOT);
     if (form && ::IsDialogMessageA(form, &message)) return;
+    ::TranslateMessage(&message);
   }
-  ::TranslateMessage(&message);
   ::DispatchMessageA(&message);
 }
 

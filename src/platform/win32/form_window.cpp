@@ -388,6 +388,10 @@ void FormWindow::command(WPARAM wParam, LPARAM lParam) {
 }
 
 void FormWindow::mouse(UINT number, WPARAM wParam, LPARAM lParam) {
+  if (tooltips_) {  // told here: a tooltip control that hooks the form would see, and slow, every tick of its timers
+    MSG message{window_, number, wParam, lParam, static_cast<DWORD>(::GetMessageTime()), {}};
+    ::SendMessageA(tooltips_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&message));
+  }
   const int x = GET_X_LPARAM(lParam);
   const int y = GET_Y_LPARAM(lParam);
   const bool left = number == WM_LBUTTONDOWN || number == WM_LBUTTONUP;
