@@ -16,7 +16,11 @@ if(PELVARO_SANITIZE)
   target_link_options(pelvaro_flags INTERFACE -fsanitize=address,undefined)
 endif()
 if(PELVARO_FUZZ)
-  target_compile_options(pelvaro_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  add_custom_target(fuzzers)
+  # Without the checks around every single access, whose faults the address sanitizer finds too: fuzzing is two to three
+  # times as fast. The tests run with them.
+  target_compile_options(pelvaro_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+    -fno-sanitize=alignment,null,object-size,pointer-overflow,vptr)
   target_link_options(pelvaro_flags INTERFACE -fsanitize=address,undefined)
 endif()
 if(WIN32)
@@ -38,14 +42,33 @@ function(pelvaro_library name)
   target_compile_features(${name} PUBLIC cxx_std_20)
 endfunction()
 
+# pelvaro_fuzzer(NAME DEPS ...): NAME.cpp with libFuzzer's main, one of the target "fuzzers".
+function(pelvaro_fuzzer name)
+  cmake_parse_arguments(P "" "" "DEPS" ${ARGN})
+  add_executable(${name} ${name}.cpp)
+  target_link_libraries(${name} PRIVATE ${P_DEPS} pelvaro_flags -fsanitize=fuzzer)
+  add_dependencies(fuzzers ${name})
+endfunction()
+
 # pelvaro_test(NAME SOURCES ... DEPS ...): a GoogleTest program; run by ctest natively, and under Wine in the win32 build.
+# GoogleTest's header is compiled once for all of them, and for Windows the tests themselves, not what they test, are not
+# optimised: together more than half of the time of the build.
 function(pelvaro_test name)
   cmake_parse_arguments(P "" "" "SOURCES;DEPS" ${ARGN})
   if(PELVARO_FUZZ OR NOT TARGET gtest_main)
     return()
   endif()
+  if(NOT TARGET pelvaro_test_header)
+    file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/test_header.cpp CONTENT "")
+    add_library(pelvaro_test_header OBJECT ${CMAKE_BINARY_DIR}/test_header.cpp)
+    target_link_libraries(pelvaro_test_header PRIVATE pelvaro_flags gtest_main)
+    target_compile_options(pelvaro_test_header PRIVATE $<$<BOOL:${WIN32}>:-O0>)
+    target_precompile_headers(pelvaro_test_header PRIVATE <gtest/gtest.h>)
+  endif()
   add_executable(${name} ${P_SOURCES})
   target_link_libraries(${name} PRIVATE ${P_DEPS} pelvaro_flags gtest_main)
+  target_compile_options(${name} PRIVATE $<$<BOOL:${WIN32}>:-O0>)
+  target_precompile_headers(${name} REUSE_FROM pelvaro_test_header)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 120)
