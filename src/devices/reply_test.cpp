@@ -146,6 +146,12 @@ TEST(Flood, WithoutALineEndKeepsOnlyItsEnd) {
   EXPECT_TRUE(reply.manufacturerLine().ends_with("x Nokia OK"));
 }
 
+TEST(Flood, OfALineTwiceTheBoundTheLastBytesAreKept) {
+  Reply reply;
+  reply.append("a" + std::string(131072, 'x'));
+  EXPECT_EQ(reply.manufacturerLine(), std::string(65536, 'x'));
+}
+
 TEST(Flood, ALineUpToTheBoundIsKeptWhole) {
   const std::string line = "Nokia" + std::string(65536 - 5, 'x');
   Reply reply;

@@ -57,6 +57,8 @@ TEST(CheckList, NamesALineThatCannotBeUnscrambled) {
 TEST(CheckList, NamesKeysThatNobodyDraws) {
   EXPECT_EQ(faultsOfLine("\x0B" + pairs() + "\x09"),
             Faults{"2 the key characters are 11 and 9, not 0 to 10 and 0 to 5"});
+  EXPECT_EQ(faultsOfLine("\x04" + pairs() + "\x06"),
+            Faults{"2 the key characters are 4 and 6, not 0 to 10 and 0 to 5"});
 }
 
 TEST(CheckList, NamesWhatIsLeftOutWithoutAWord) {

@@ -94,6 +94,17 @@ TEST_F(EntryList, ACountLargerThanTheBufferIsCut) {
   EXPECT_EQ(listEntries(ras).size(), 256u);
 }
 
+TEST_F(EntryList, AServiceThatNamesNoCountHasNothing) {
+  const auto fill = [](void* records, std::uint32_t* size, std::uint32_t*) {
+    std::memset(records, 'x', *size);
+    return 0u;
+  };
+  ras.onEnumEntries = fill;
+  EXPECT_TRUE(listEntries(ras).empty());
+  ras.onEnumConnections = fill;
+  EXPECT_FALSE(ActiveConnections(ras).isUp(std::string(257, 'x')));
+}
+
 TEST_F(EntryList, AConnectionIsUpOnlyUnderExactlyItsName) {
   plantConnections(ras, {"Corvanti-Office", "Work"});
   ActiveConnections connections(ras);
