@@ -77,9 +77,8 @@ int main() try {
   Limits limits;
   const auto [ours, calls] = alternating(kRounds, install, bare);
   limits.judge(ours - calls < 5000,
-               "installing a package of 20 files: %.0f us, the bare calls %.0f us, the installer's own %.0f us (below "
-               "5000)",
-               ours, calls, ours - calls);
+               {"installing a package of 20 files", text("%.0f us", ours), text("its bare calls %.0f us", calls),
+                text("+%.0f us", ours - calls), "below +5000 us"});
   return limits.exitCode();
 } catch (...) {
   std::fputs("it broke off\n", stderr);

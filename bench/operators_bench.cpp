@@ -1,6 +1,6 @@
-// The scrambling of the delivered operator list beside a plain pass over its bytes, and how the cost of a list grows
-// with its records. Native. Ends with 1 when a limit is missed.
-//   operators_bench LIST TENTH LARGE     the delivered list, one of 10,000 records, one of 100,000
+// The scrambling of the delivered operator list beside a plain pass over its bytes. Native. Ends with 1 when a limit is
+// missed.
+//   operators_bench LIST
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -12,7 +12,6 @@
 #include "limits.h"
 #include "operators/list_lines.h"
 #include "operators/mod_encrypt.h"
-#include "operators/operator_list.h"
 #include "scalar_pass.h"
 
 namespace {
@@ -20,7 +19,7 @@ namespace {
 using namespace pelvaro;
 using namespace pelvaro::operators;
 
-constexpr int kRounds = 31, kRoundsOfLarge = 3;
+constexpr int kRounds = 31;
 
 std::string contents(const char* path) {
   std::ifstream file(path, std::ios::binary);
@@ -50,9 +49,9 @@ void measureScrambling(Limits& limits, const std::string& file) {
         for (const auto line : lines) sum += modEncrypt::Unscramble(line).size();
       },
       pass);
-  limits.judge(unscrambling / beside <= 3.0,
-               "unscrambling %zu lines, %zu bytes: %.0f us, a plain pass %.0f us, ratio %.2f (at most 3.00)",
-               lines.size(), file.size(), unscrambling, beside, unscrambling / beside);
+  limits.judgeRatio(unscrambling / beside, 3.0,
+                    {text("unscrambling the delivered list, %zu bytes", file.size()), text("%.0f us", unscrambling),
+                     text("plain pass over memory %.0f us", beside), "", ""});
 
   SeededRandom random(1);
   const auto [scrambling, besideThat] = alternating(
@@ -61,34 +60,17 @@ void measureScrambling(Limits& limits, const std::string& file) {
         for (const auto& text : texts) sum += modEncrypt::Scramble(text, random).size();
       },
       pass);
-  limits.judge(scrambling / besideThat <= 5.0,
-               "scrambling them: %.0f us, a plain pass %.0f us, ratio %.2f (at most 5.00)", scrambling, besideThat,
-               scrambling / besideThat);
+  limits.judgeRatio(
+      scrambling / besideThat, 5.0,
+      {"scrambling it", text("%.0f us", scrambling), text("plain pass over memory %.0f us", besideThat), "", ""});
   if (sum == 0) std::puts("nothing was scrambled");
-}
-
-// A list as the picker takes it: read, its places named, the records of one of them found.
-std::size_t load(std::string_view file) {
-  const OperatorList list(file);
-  const auto places = list.places();
-  return places.empty() ? 0 : list.rowsOf(places.back()).size();
-}
-
-void measureGrowth(Limits& limits, const std::string& tenth, const std::string& large) {
-  std::size_t rows = 0;
-  const auto [all, part] = alternating(
-      kRoundsOfLarge, [&] { rows += load(large); }, [&] { rows += load(tenth); });
-  limits.judge(rows > 0 && all / part <= 11.0,
-               "loading %zu records: %.1f ms, %zu records %.2f ms, ratio %.2f (at most 11.00)",
-               OperatorList(large).size(), all / 1000, OperatorList(tenth).size(), part / 1000, all / part);
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-  if (count != 4) return std::fprintf(stderr, "usage: operators_bench LIST TENTH LARGE\n"), 2;
+  if (count != 2) return std::fprintf(stderr, "usage: operators_bench LIST\n"), 2;
   Limits limits;
   measureScrambling(limits, contents(arguments[1]));
-  measureGrowth(limits, contents(arguments[2]), contents(arguments[3]));
   return limits.exitCode();
 }

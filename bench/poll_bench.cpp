@@ -118,14 +118,13 @@ int main() {
   Limits limits;
   double poll = 0, bare = 0;
   compare([&] { main.Timer1.onTick(); }, bareConnections, 50, poll, bare);
-  limits.judge(
-      poll / bare <= 1.20,
-      "one poll, 256 entries and 256 connections: %.2f us, bare enumeration %.2f us, ratio %.2f (at most 1.20)", poll,
-      bare, poll / bare);
+  limits.judgeRatio(
+      poll / bare, 1.20,
+      {"one poll, 256 entries and connections", text("%.2f us", poll), text("bare enumeration %.2f us", bare), "", ""});
   const long before = g_allocations;
   for (int i = 0; i < 1000; ++i) main.Timer1.onTick();
   const long allocations = g_allocations - before;
-  limits.judge(allocations == 0, "heap allocations in 1000 polls: %ld (none allowed)", allocations);
+  limits.judge(allocations == 0, {"heap allocations in 1,000 polls", text("%ld", allocations), "", "", "none"});
 
   std::vector<std::uint8_t> table(1 << 20);
   const auto bareTable = [&] {
@@ -137,9 +136,9 @@ int main() {
   main.settingflag = 1;
   double tick = 0, bareTwo = 0;
   compare([&] { main.Timer2.onTick(); }, bareTable, 20, tick, bareTwo);
-  limits.judge(tick / bareTwo <= 1.20,
-               "one tick with a limit: %.2f us, its two bare calls of GetIfTable %.2f us, ratio %.2f (at most 1.20)",
-               tick, bareTwo, tick / bareTwo);
+  limits.judgeRatio(
+      tick / bareTwo, 1.20,
+      {"one tick with a limit", text("%.2f us", tick), text("its two bare GetIfTable %.2f us", bareTwo), "", ""});
   // Ticks in which a counter moves write labels; those in which nothing changes on the screen allocate nothing.
   long quiet = 0, quietAllocations = 0;
   for (int i = 0; i < 1000; ++i) {
@@ -152,8 +151,8 @@ int main() {
     quietAllocations += made;
   }
   limits.judge(quiet > 0 && quietAllocations == 0,
-               "heap allocations in %ld ticks that change nothing on the screen: %ld (none allowed)", quiet,
-               quietAllocations);
+               {text("heap allocations in %ld ticks that change nothing shown", quiet), text("%ld", quietAllocations),
+                "", "", "none"});
 
   std::vector<std::uint8_t> names(264 * 256);
   const auto bareEntries = [&] {
@@ -169,13 +168,13 @@ int main() {
         loop.yield();  // the repaint
       },
       bareEntries, 3, refill, listing);
-  limits.judge(refill - listing < 5000,
-               "refilling 256 rows with its repaint: %.2f ms, bare listing %.2f ms, difference %.2f ms (below 5.00)",
-               refill / 1000, listing / 1000, (refill - listing) / 1000);
+  limits.judge(refill - listing < 5000, {"refilling 256 rows with its repaint", text("%.2f ms", refill / 1000),
+                                         text("bare listing %.2f ms", listing / 1000),
+                                         text("+%.2f ms", (refill - listing) / 1000), "below +5.00 ms"});
 
   const HWND list = childOf("Pelvaro.Form1", "ListView1");
   const int refills = paintsOf(list, loop, [&] { main.refreshList(); });
-  limits.judge(refills == 1, "repaints of the list in one refill: %d (one)", refills);
+  limits.judge(refills == 1, {"repaints of the list in one refill", text("%d", refills), "", "", "one"});
 
   const double opening = microseconds(
       [&] {
@@ -189,10 +188,11 @@ int main() {
         loop.yield();
       },
       1);
-  limits.judge(opening < 100'000, "opening the driver window, painted: %.1f ms, the limits dialog %.1f ms (below 100)",
-               opening / 1000, bareForm / 1000);
+  limits.judge(opening < 100'000,
+               {"opening the driver window, painted", text("%.1f ms", opening / 1000),
+                text("the limits dialog %.1f ms", bareForm / 1000), text("%.2f", opening / bareForm), "below 100 ms"});
   const HWND models = childOf("Pelvaro.frmDriver", "Combo2");
   const int brands = paintsOf(models, loop, [&] { windows.driverForm.Combo1.select(2); });
-  limits.judge(brands == 1, "repaints of the models in one change of the brand: %d (one)", brands);
+  limits.judge(brands == 1, {"repaints of the models in one change of the brand", text("%d", brands), "", "", "one"});
   return limits.exitCode();
 }

@@ -81,9 +81,10 @@ int main(int count, char** arguments) {
   if (what == "absent") {
     std::vector<double> times(31);
     for (double& time : times) time = milliseconds(check);
-    limits.judge(!found && *std::max_element(times.begin(), times.end()) < 10,
-                 "check of 14 absent ports: %.2f ms, the slowest of 31 %.2f ms (below 10)", median(times),
-                 *std::max_element(times.begin(), times.end()));
+    limits.judge(
+        !found && *std::max_element(times.begin(), times.end()) < 10,
+        {"check of 14 absent ports, the slowest of 31", text("%.2f ms", *std::max_element(times.begin(), times.end())),
+         text("median %.2f ms", median(times)), "", "below 10 ms"});
   } else if (what == "phone") {
     std::vector<double> ours, reference;
     bool answered = true;
@@ -93,12 +94,13 @@ int main(int count, char** arguments) {
       answered = found && answered;
     }
     const double ratio = median(ours) / median(reference);
-    limits.judge(answered && ratio <= 1.50,
-                 "phone found: %.2f ms, the bare dialogue %.2f ms, ratio %.2f (at most 1.50, all answered: %s)",
-                 median(ours), median(reference), ratio, answered ? "yes" : "no");
+    limits.judge(answered, {"the phone answers every check", answered ? "yes" : "no", "", "", "yes"});
+    limits.judgeRatio(
+        ratio, 1.50,
+        {"phone found", text("%.2f ms", median(ours)), text("bare dialogue %.2f ms", median(reference)), "", ""});
   } else if (what == "silent") {
     const double time = milliseconds(check);
-    std::printf("check with a silent port: %.0f ms for its 5001 polls\n", time);
+    limits.judge(time < 60'000, {"check with a silent port, 5,001 polls", text("%.0f ms", time), "", "", "a minute"});
   } else {
     return std::fprintf(stderr, "usage: probe_bench absent | phone | silent\n"), 2;
   }

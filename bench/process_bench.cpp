@@ -1,7 +1,6 @@
 // Whole-process measures under Windows or Wine, the program beside a bare window in the same run: time from the start
-// to the first visible window, peak memory, and the processor's time while idle. Ends with 1 when a limit is missed.
-//   process_bench start PROGRAM BARE
-//   process_bench idle PROGRAM SECONDS
+// to the first visible window, and peak memory. Ends with 1 when a limit is missed.
+//   process_bench PROGRAM BARE CORES     CORES: words for the table
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +17,7 @@
 namespace {
 
 using pelvaro::Limits;
+using pelvaro::text;
 
 struct Wanted {
   DWORD process;
@@ -75,15 +75,6 @@ struct Started {
     return static_cast<double>(counters.PeakWorkingSetSize) / (1024.0 * 1024.0);
   }
   bool running() const { return ::WaitForSingleObject(process.hProcess, 0) == WAIT_TIMEOUT; }
-  // User and kernel time so far, in milliseconds.
-  double processorTime() const {
-    FILETIME created{}, exited{}, kernel{}, user{};
-    ::GetProcessTimes(process.hProcess, &created, &exited, &kernel, &user);
-    const auto time = [](const FILETIME& f) {
-      return static_cast<double>((static_cast<unsigned long long>(f.dwHighDateTime) << 32) | f.dwLowDateTime) / 10000.0;
-    };
-    return time(kernel) + time(user);
-  }
 };
 
 double median(std::vector<double> values) {
@@ -91,7 +82,7 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-void measureStart(Limits& limits, const char* program, const char* bare) {
+void measureStart(Limits& limits, const char* program, const char* bare, const char* cores) {
   std::vector<double> ours, reference;
   double ourPeak = 0, referencePeak = 0;
   bool allCame = true;
@@ -109,38 +100,21 @@ void measureStart(Limits& limits, const char* program, const char* bare) {
     ourPeak = std::max(ourPeak, one.peakMib());
     allCame = allCame && one.shown && one.running();
   }
-  if (!allCame) return limits.judge(false, "every start must show its window within 20 s and stay");
+  if (!allCame) return limits.judge(false, {"every start shows its window within 20 s and stays", "no", "", "", "all"});
   const double ratio = median(ours) / median(reference);
-  limits.judge(ratio <= 1.50, "first window: %.1f ms, bare window %.1f ms, ratio %.2f (at most 1.50)", median(ours),
-               median(reference), ratio);
+  limits.judgeRatio(ratio, 1.50,
+                    {std::string("first window, ") + cores, text("%.1f ms", median(ours)),
+                     text("bare window %.1f ms", median(reference)), "", ""});
   limits.judge(ourPeak - referencePeak <= 7.0,
-               "peak memory: %.1f MiB, bare window %.1f MiB, difference %.1f (at most 7.0)", ourPeak, referencePeak,
-               ourPeak - referencePeak);
-}
-
-void measureIdle(Limits& limits, const char* program, int seconds) {
-  const Started idle(program, "Pelvaro.Form1");
-  ::Sleep(2000);
-  const double before = idle.processorTime();
-  ::Sleep(static_cast<DWORD>(seconds) * 1000);
-  const double used = idle.processorTime() - before;
-  if (!idle.shown || !idle.running())
-    return limits.judge(false, "the program must show its window within 20 s and stay");
-  const double percent = used / (10.0 * seconds);
-  limits.judge(percent < 0.300, "idle: %.0f ms of processor time in %d s, %.3f %% of a core (below 0.300)", used,
-               seconds, percent);
+               {std::string("peak memory, ") + cores, text("%.1f MiB", ourPeak),
+                text("bare window %.1f MiB", referencePeak), text("+%.1f MiB", ourPeak - referencePeak), "+7.0 MiB"});
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-  const std::string what = count == 4 ? arguments[1] : "";
-  if (what != "start" && what != "idle")
-    return std::fprintf(stderr, "usage: process_bench start PROGRAM BARE | idle PROGRAM SECONDS\n"), 2;
+  if (count != 4) return std::fprintf(stderr, "usage: process_bench PROGRAM BARE CORES\n"), 2;
   Limits limits;
-  if (what == "idle")
-    measureIdle(limits, arguments[2], std::max(1, std::atoi(arguments[3])));
-  else
-    measureStart(limits, arguments[2], arguments[3]);
+  measureStart(limits, arguments[1], arguments[2], arguments[3]);
   return limits.exitCode();
 }

@@ -60,9 +60,8 @@ int main(int count, char** arguments) {
   const auto [list, xml] = alternating(
       kRounds, [&] { all = listCountry(arguments[2]) > 0 && all; },
       [&] { all = parseProviders(arguments[3]) > 0 && all; });
-  limits.judge(all && list / xml <= 0.100,
-               "the list loaded and a country listed: %.0f us, the provider list's XML parsed %.0f us, ratio %.3f (at "
-               "most 0.100, all done: %s)",
-               list, xml, list / xml, all ? "yes" : "no");
+  limits.judge(all && list / xml <= 0.100, {"operator list loaded and a country listed", text("%.0f us", list),
+                                            text("provider list's XML parsed %.0f us", xml), text("%.3f", list / xml),
+                                            all ? "ratio at most 0.100" : "all done"});
   return limits.exitCode();
 }

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Measures the program under Wine on the practice line, and natively what has no window, every figure beside its
-# reference in the same run. Ends non-zero when a figure misses its limit.
+# reference in the same run; prints each row as it comes, and in the end all as one table, which is in build/bench.table
+# too. Ends non-zero when a figure misses its limit.
 #   bench/run.sh [SECONDS IDLE]
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -17,21 +18,35 @@ scripts/practice_prefix.sh "$prefix" --kind e2e --fresh
 mkdir -p "$prefix/drive_c/practice"
 displayStart
 wineStart "$prefix"
-kept=0 missed=0
-# Shows a program's figures and counts those that keep their limits; one that breaks off counts as one more missed.
+heading="what | measured | reference | ratio | limit | verdict"
+echo "$heading" | tee build/bench.table
+# Shows a program's rows and keeps them; one that breaks off is a row of its own.
 judge() { # COMMAND...
-  local status=0 bad
+  local status=0
   "$@" </dev/null >build/bench.out 2>&1 || status=$?
-  tr -d '\r' <build/bench.out >build/bench.figures
-  cat build/bench.figures
-  bad=$(grep -c ': MISSED$' build/bench.figures) || true
-  if [ "$status" != 0 ] && { [ "$status" != 1 ] || [ "$bad" = 0 ]; }; then
-    echo "it ended with status $status: MISSED"
-    bad=$((bad + 1))
+  tr -d '\r' <build/bench.out | tee build/bench.figures
+  if [ "$status" != 0 ] && { [ "$status" != 1 ] || ! grep -q ' | MISSED$' build/bench.figures; }; then
+    echo "$1 ${2##*/} ${3##*/} | status $status |  |  | 0 | MISSED" | tee -a build/bench.figures
   fi
-  kept=$((kept + $(grep -c ': kept$' build/bench.figures || true)))
-  missed=$((missed + bad))
+  grep ' | ' build/bench.figures >>build/bench.table || true
 }
+# The rows in columns, as a table of Markdown.
+table() {
+  awk -F ' [|] ' '
+    { for (i = 1; i <= 6; ++i) { cell[NR, i] = $i; if (length($i) > width[i]) width[i] = length($i) } }
+    function line(row,   i, text) {
+      for (i = 1; i <= 6; ++i) text = text sprintf("| %-*s ", width[i], cell[row, i])
+      print text "|"
+    }
+    END {
+      line(1)
+      for (i = 1; i <= 6; ++i) { rule = sprintf("%*s", width[i], ""); gsub(/ /, "-", rule); printf "| %s ", rule }
+      print "|"
+      for (row = 2; row <= NR; ++row) line(row)
+    }'
+}
+# One row, where the figure is the shell's: WHAT MEASURED REFERENCE RATIO LIMIT VERDICT
+row() { echo "$1 | $2 | $3 | $4 | $5 | $6"; }
 run() { judge env WINEPREFIX="$prefix" "$WINELOADER" "$@"; }
 phones=
 plugIn() { # COM5=nokia...
@@ -60,15 +75,17 @@ week() {
     verdict=MISSED
   after=$(date +%s%N)
   [ $(((after - before) / 1000000)) -lt 2000 ] || verdict=MISSED
-  echo "a week of ticks: $(((after - before) / 1000000)) ms (below 2000): $verdict"
-  [ "$verdict" = kept ]
+  row "a week of ticks, 604,800, all checked" "$(((after - before) / 1000000)) ms" "" "" "below 2000 ms" "$verdict"
 }
-# Lists of about ten times and a hundred times as many operators as the delivered one has.
+# Lists of a tenth to a hundred times as many operators as the delivered one has.
+listSizes=(100 1000 10000 100000)
+lists=("${listSizes[@]/%/.DAT}")
+lists=("${lists[@]/#/build/bench/lists/}")
 makeLists() {
-  native operators operators_bench
+  native operators operators_bench growth_bench
   mkdir -p build/bench/lists
   local records
-  for records in 10000 100000; do
+  for records in "${listSizes[@]}"; do
     python3 -B bench/large_list.py "$records" "build/bench/lists/$records.csv"
     build/bench/tools/operators/operators from-csv --seed 1 "build/bench/lists/$records.csv" \
       >"build/bench/lists/$records.DAT"
@@ -101,9 +118,8 @@ instructionCounts() {
   ours=$(instructions listCountry list "$1")
   theirs=$(instructions parseProviders xml "$2")
   [ "${ours:-0}" -gt 0 ] && [ $((10 * ours)) -le "${theirs:-0}" ] || verdict=MISSED
-  echo "the list loaded and a country listed: ${ours:-no} instructions, the provider list's XML parsed ${theirs:-none}" \
-    "(at most a tenth): $verdict"
-  [ "$verdict" = kept ]
+  row "the same in instructions" "${ours:-none}" "provider list's XML parsed ${theirs:-none}" \
+    "$(awk -v a="${ours:-0}" -v b="${theirs:-0}" 'BEGIN { printf "%.3f", b ? a / b : 0 }')" "ratio at most 0.100" "$verdict"
 }
 skipped=
 providerList() {
@@ -121,8 +137,8 @@ exeSize() {
   local size verdict=kept
   size=$(stat -c %s build/dist/pelvaro.exe)
   [ "$size" -lt 2097152 ] || verdict=MISSED
-  echo "size of the exe: $size bytes (below 2097152): $verdict"
-  [ "$verdict" = kept ]
+  row "size of the exe" "$size bytes" "2097152 bytes" "$(awk -v a="$size" 'BEGIN { printf "%.2f", a / 2097152 }')" \
+    "below 2 MiB" "$verdict"
 }
 
 judge week
@@ -135,23 +151,24 @@ run build/win32/bench/probe_bench.exe silent
 plugOut
 # Under Wine every call to its server wakes another process. On one core that costs what it costs; across cores it is
 # mostly the machine's wake-up time, on a virtual machine many times a call's own. Both are judged.
-echo "on one core:"
 starts=(build/dist/pelvaro.exe build/win32/bench/bare_window.exe)
 wineStop "$prefix"
 taskset -c 0 bash -c '. scripts/wine_prefix.sh; wineStart "$1"' - "$prefix"
-judge env WINEPREFIX="$prefix" taskset -c 0 "$WINELOADER" build/win32/bench/process_bench.exe start "${starts[@]}"
+judge env WINEPREFIX="$prefix" taskset -c 0 "$WINELOADER" build/win32/bench/process_bench.exe "${starts[@]}" "on one core"
 wineStop "$prefix"
 wineStart "$prefix"
-echo "on all cores:"
-run build/win32/bench/process_bench.exe start "${starts[@]}"
-printf 'entries 256\nconnections 256\n' >"$prefix/drive_c/practice/scenario.txt"
-run build/win32/bench/process_bench.exe idle build/dist/pelvaro.exe "${1:-30}"
+run build/win32/bench/process_bench.exe "${starts[@]}" "on all cores"
+judge env PYTHONDONTWRITEBYTECODE=1 python3 bench/idle_bench.py "${1:-30}"
 judge exeSize
 makeLists
-judge build/bench/bench/operators_bench build/dist/Default.DAT build/bench/lists/{10000,100000}.DAT
-judge env PYTHONDONTWRITEBYTECODE=1 timeout 300 python3 bench/picker_bench.py build/bench/lists/{10000,100000}.DAT
+judge build/bench/bench/operators_bench build/dist/Default.DAT
+judge build/bench/bench/growth_bench "${lists[@]}"
+judge env PYTHONDONTWRITEBYTECODE=1 timeout 300 python3 bench/picker_bench.py "${lists[@]}"
 native install_bench
 judge build/bench/bench/install_bench
 providerList
+echo
+table <build/bench.table
+kept=$(grep -c ' | kept$' build/bench.table) missed=$(grep -c ' | MISSED$' build/bench.table) || true
 echo "figures: $kept kept their limits, $missed missed$skipped"
 [ "$missed" = 0 ]
