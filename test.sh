@@ -2,17 +2,36 @@
 # Sets up what is missing, builds, and runs all tests.
 #   ./test.sh           everything: native with sanitizers, under Wine, the driven program, fuzzers, style
 #   ./test.sh --quick   the native tests alone
-#   ./test.sh --coverage   which lines and branches of the portable code they reach
+# What takes long, one of:
+#   ./test.sh --coverage             which lines and branches of the portable code the native tests reach
+#   ./test.sh --faults               every call to the system fails in turn, with every code, at every place (a minute)
+#   ./test.sh --random [EVENTS]      a random user, 10,000,000 events (20 minutes)
+#   ./test.sh --kills [N]            the program killed at N moments (100) of each thing that it writes (10 minutes)
+#   ./test.sh --fuzz [EXECUTIONS]    the fuzzers, 100,000,000 executions in all (an hour and more)
+#   ./test.sh --long-run [MINUTES]   30 minutes connected under Wine, counting what it holds
+#   ./test.sh --mutants              whether the tests notice a change of the code, for every change (an hour)
 set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/common.sh
 
+# One of the long runs instead of the tests, everything built before it.
+long() { # COMMAND...
+  scripts/setup.sh
+  scripts/build.sh --all
+  exec "$@"
+}
 quick=
 case "${1:-}" in
   "") ;;
   --quick) quick=yes ;;
   --coverage) scripts/setup.sh; exec scripts/coverage.sh ;;
-  --help | -h) sed -n '2,6s/^# //p' "$0"; exit 0 ;;
+  --faults) PELVARO_FAULTS=all long build/native/tests/stories/stories_test --gtest_filter='Faults*' ;;
+  --random) long scripts/random_user.sh "${@:2}" ;;
+  --kills) long scripts/kills.sh "${@:2}" ;;
+  --fuzz) long scripts/fuzz.sh --executions "${2:-100000000}" ;;
+  --long-run) long scripts/long_run.sh "${@:2}" ;;
+  --mutants) long tools/mutants.py --most 100000 ;;
+  --help | -h) sed -n '2,12s/^# //p' "$0"; exit 0 ;;
   *) fail "unknown option $1 (./test.sh --help)" ;;
 esac
 scripts/setup.sh
@@ -46,7 +65,7 @@ if [ -z "$quick" ]; then
   step "exe" scripts/check_exe.sh
   step "tests under Wine" ctest --test-dir build/win32 --output-on-failure -j2
   step "driven program" scripts/e2e.sh
-  step "fuzzers" scripts/fuzz.sh 5
+  step "fuzzers" scripts/fuzz.sh 3
 fi
 echo "$passed passed, $failed failed"
 [ "$failed" = 0 ]
