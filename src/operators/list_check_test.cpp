@@ -48,6 +48,12 @@ TEST(CheckList, NamesEmptyLinesAndSingleCharacters) {
   EXPECT_EQ(faultsOfLine("x"), Faults{"2 a single character: the keys are missing"});
 }
 
+TEST(CheckList, OfTwoKeysAloneMissesTheFields) {
+  const Faults faults = faultsOfLine("\2\1");
+  ASSERT_FALSE(faults.empty());
+  EXPECT_EQ(faults.front(), "2 1 field, not 11");
+}
+
 TEST(CheckList, NamesALineThatCannotBeUnscrambled) {
   EXPECT_EQ(faultsOfLine("\x0A\x09"
                          "5\0"s),

@@ -86,6 +86,23 @@ TEST_F(EntryList, AServiceThatNamesAnAbsurdSizeIsNotAskedAgain) {
   EXPECT_EQ(journal.lines().size(), 1u);
 }
 
+TEST_F(EntryList, AServiceThatWantsTheSizeItWasGivenIsNotAskedAgain) {
+  ras.onEnumEntries = [](auto...) { return 603u; };
+  EXPECT_TRUE(listEntries(ras).empty());
+  EXPECT_EQ(journal.lines().size(), 1u);
+}
+
+TEST_F(EntryList, ASecondCallThatNamesNoCountHasNothing) {
+  ras.onEnumEntries = [](void*, std::uint32_t* size, std::uint32_t* count) {
+    if (*count != 0) return 1u;
+    if (*size > 264 * 256) return 0u;
+    *size = 264 * 300;
+    *count = 300;
+    return 603u;
+  };
+  EXPECT_TRUE(listEntries(ras).empty());
+}
+
 TEST_F(EntryList, ACountLargerThanTheBufferIsCut) {
   ras.onEnumEntries = [](void*, std::uint32_t*, std::uint32_t* count) {
     *count = 0xFFFFFFFF;

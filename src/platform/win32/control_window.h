@@ -98,6 +98,7 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   ScreenMetrics& metrics_;
   MessageLoop& loop_;
   const std::function<HWND()> tooltips_;
+  bool hasTool_ = false;  // in the tooltip
   HWND window_ = nullptr;
   std::string text_;  // what WM_GETTEXT gives, kept in step by watching WM_SETTEXT
   Colours colours_{0xFFFFFF, 0};

@@ -299,11 +299,24 @@ TEST_F(OnScreen, ARightPressWhoseReleaseIsLostStillCountsAsAClick) {
   EXPECT_EQ(events.log, "item ") << "the keys are heard again";
 }
 
-TEST_F(OnScreen, APictureButtonsTooltipFollowsItsText) {
+HWND tooltipsOf(HWND form) {
   HWND tip = ::FindWindowExA(nullptr, nullptr, TOOLTIPS_CLASSA, nullptr);
-  while (tip && ::GetWindow(tip, GW_OWNER) != screen.mainWindow()) {
-    tip = ::FindWindowExA(nullptr, tip, TOOLTIPS_CLASSA, nullptr);
-  }
+  while (tip && ::GetWindow(tip, GW_OWNER) != form) tip = ::FindWindowExA(nullptr, tip, TOOLTIPS_CLASSA, nullptr);
+  return tip;
+}
+
+// A tool that stays keeps what the tooltip has hooked to the control's window.
+TEST_F(OnScreen, AControlTakesItsTooltipAlong) {
+  const HWND tip = tooltipsOf(screen.mainWindow());
+  const auto tools = [&] { return ::SendMessageA(tip, TTM_GETTOOLCOUNT, 0, 0); };
+  const auto before = tools();
+  ASSERT_GE(before, 1);
+  controls[1].reset();
+  EXPECT_EQ(tools(), before - 1);
+}
+
+TEST_F(OnScreen, APictureButtonsTooltipFollowsItsText) {
+  const HWND tip = tooltipsOf(screen.mainWindow());
   ASSERT_NE(tip, nullptr) << "it is there once the form is shown";
   const auto toolText = [&] {
     char text[80] = "";
