@@ -137,7 +137,7 @@ def main():
     steps = [after.time / before.time for before, after in zip(grown, grown[1:])]
     judge(max(steps) <= 15, "growth: picker opens", " ".join("%.0f" % one.time for one in grown) + " ms",
           " ".join("%d" % one.records for one in grown) + " records", " ".join("x%.1f" % step for step in steps),
-          "each step at most x15")
+          "x1.5 of a straight line")
     chosen, reference = (statistics.median(one.choice_times) for one in (large, delivered))
     judge(chosen < 50, "another of its %d countries" % len(large.counts), "%.1f ms" % chosen,
           "delivered list %.1f ms" % reference, "%.2f" % (chosen / reference), "below 50 ms")

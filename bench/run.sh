@@ -26,7 +26,7 @@ judge() { # COMMAND...
   "$@" </dev/null >build/bench.out 2>&1 || status=$?
   tr -d '\r' <build/bench.out | tee build/bench.figures
   if [ "$status" != 0 ] && { [ "$status" != 1 ] || ! grep -q ' | MISSED$' build/bench.figures; }; then
-    echo "$1 ${2##*/} ${3##*/} | status $status |  |  | 0 | MISSED" | tee -a build/bench.figures
+    echo "$* | status $status |  |  | 0 | MISSED" | tee -a build/bench.figures
   fi
   grep ' | ' build/bench.figures >>build/bench.table || true
 }

@@ -14,6 +14,8 @@ struct EventLoop {
 
   // Runs every event that is pending, then returns. Throws ProgramEnded when the program is ending.
   virtual void yield() = 0;
+  // The yield with which the handler of a timer begins.
+  virtual void yieldAtTick() { yield(); }
   // Runs events until `done` gives true. Throws ProgramEnded when the program is ending.
   virtual void runUntil(const std::function<bool()>& done) = 0;
   // Makes the program end: every yield and wait unwinds, the main loop returns.

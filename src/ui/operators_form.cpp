@@ -101,18 +101,19 @@ void Form3::rowClicked() {
 void Form3::choose() {
   const int row = ListView2.selectedRow();
   if (row < 0) return;
+  // Copies: the editor may come back with this, ask something, and the list may be gone before the answer.
   const operators::Record record = list_.record(rows_[static_cast<std::size_t>(row)]);
-  const auto field = [&record](std::size_t number) { return std::string(record.fields[number]); };
+  const std::vector<std::string> fields(record.fields.begin(), record.fields.end());
   Form2& editor = windows_.form2;
   const bool samsung = contains(lowered(editor.Combo1.text()), "samsung");
   // Kept on purpose: for these phones the number stands in the column of the user name, a "[blank]" included.
-  const std::string special = field(kUser).empty() ? kSamsungNumber : field(kUser);
+  const std::string special = fields[kUser].empty() ? kSamsungNumber : fields[kUser];
   editor.Text2.setText(samsung ? special : kNumber);
-  editor.Text3.setText(field(kApn));
-  editor.Text4.setText(field(kPrimary));
-  editor.Text5.setText(field(kSecondary));
-  windows_.form4.Text1.setText(withoutBlanks(record.fields[kUser]));
-  windows_.form4.Text2.setText(withoutBlanks(record.fields[kPassword]));
+  editor.Text3.setText(fields[kApn]);
+  editor.Text4.setText(fields[kPrimary]);
+  editor.Text5.setText(fields[kSecondary]);
+  windows_.form4.Text1.setText(withoutBlanks(fields[kUser]));
+  windows_.form4.Text2.setText(withoutBlanks(fields[kPassword]));
   unload();
 }
 

@@ -2,7 +2,8 @@
 it is counted what it holds: handles, threads, windows, GDI and USER objects, memory. The time that it shows is held
 against the clock. scripts/long_run.sh starts it; its short form is in long_run_e2e.py.
 
-PELVARO_MINUTES=N is how long it takes, 2 to 300: the time limit that it sets is not to come near.
+PELVARO_MINUTES=N is how long it takes: 5 at least, for a few samples after the warm-up, and 300 at most, because the
+time limit that it sets is not to come near.
 """
 
 import math
@@ -18,7 +19,7 @@ import pelvaro_e2e as e2e
 from desk import OFFICE
 from editor_e2e import NOKIA
 
-MINUTES = min(300, max(2, int(os.environ.get("PELVARO_MINUTES") or 30)))
+MINUTES = min(300, max(5, int(os.environ.get("PELVARO_MINUTES") or 30)))
 WARM_UP = min(120, 20 * MINUTES)  # seconds
 ROUND = 20  # seconds between two samples, at least
 # How much more there may be at the end than after the warm-up: the medians of a few samples, in kilobytes or objects.
@@ -51,24 +52,17 @@ class Use(operators_e2e.Operators):
     def setUp(self):
         super().setUp()
         self.counter = Resources(self.session)
-        self.rounds, self.drops, self.lags, self.tick_errors = 0, 0, [], []
+        self.rounds, self.drops, self.lags, self.errors, self.look = 0, 0, [], [], None
 
     def hold_windows(self):
         super().hold_windows()
         self.limits, self.drivers = self.window("Form6"), self.window("frmDriver")
 
     # The observer.
-    def sample(self):
+    def count(self):
         """Taken while it is connected and only the main window is seen."""
         self.wait_visible("Form1")
-        found = self.counter.count()
-        with open("/proc/%d/smaps_rollup" % self.program.process.pid) as file:
-            rollup = dict((line.split()[0], int(line.split()[1])) for line in file.readlines()[1:])
-        with open("/proc/%d/stat" % self.program.process.pid) as file:
-            times = file.read().rsplit(")", 1)[1].split()[11:13]
-        found.update(anonymous=rollup["Anonymous:"], rss=rollup["Rss:"], pss=rollup["Pss:"],
-                     cpu=sum(map(int, times)) * 1000 // os.sysconf("SC_CLK_TCK"))
-        return found
+        return self.counter.count()
 
     @staticmethod
     def clock():
@@ -79,21 +73,24 @@ class Use(operators_e2e.Operators):
     def shown(self):
         """The time shown at the moment when it changes, and the time of day then."""
         before = self.main.text("Label10")
-        while True:
+
+        def changed():
             text, now = self.main.text("Label10"), self.clock()
-            if text != before:
-                hours, minutes, seconds = map(int, text.split(":"))
-                return 3600 * hours + 60 * minutes + seconds, now
-            time.sleep(0.005)
+            return (text, now) if text != before else None
+
+        text, now = e2e.wait_for(changed, 10, "the time shown goes on from %r" % before)
+        hours, minutes, seconds = map(int, text.split(":"))
+        return 3600 * hours + 60 * minutes + seconds, now
 
     def look_at_time(self):
-        """How far the time shown is behind the clock; and how long the ticks were since the last look, if all came."""
+        """How far the time shown is behind the clock; and by how much more than the clock allows it has gone on since
+        the last look, if it went on all the time."""
         shown, now = self.shown()
         self.lags.append((now - self.limit_set - shown + 43200) % 86400 - 43200)
-        if self.tick:
-            ticks = round(now - self.tick)
-            self.tick_errors.append((1000 * (now - self.tick - ticks), ticks))
-        self.tick = now
+        if self.look:
+            seconds, passed = ((new - old) % 86400 for new, old in zip((shown, now), self.look))
+            self.errors.append((1000 * (passed - seconds), seconds))
+        self.look = shown, now
 
     def assert_in_time(self):
         self.assertGreaterEqual(min(self.lags), -0.05, "it is not ahead")
@@ -105,21 +102,28 @@ class Use(operators_e2e.Operators):
         self.prompt.wait("visible")
         self.prompt.push("Command1")
         self.wait_connected()
-        self.tick = None
+        self.look = None
 
     def begin_using(self):
         """Connected, with a time limit that is far away."""
         self.connect()
-        self.tick = None
-        e2e.wait_for(lambda: 0.1 < self.clock() % 1 < 0.3, 3, "the beginning of a second")
-        self.limit_set = math.floor(self.clock())
+        for _ in range(5):  # a machine that is busy may miss the second
+            if self.set_limit():
+                return
+        self.fail("the time limit is set within a second: not in 5 times")
+
+    def set_limit(self):
+        """Sets the time limit; whether it is certain in which second that was."""
         self.main.push("Image3")
         self.limits.wait("visible")
         self.limits.set_text("Text1", "546")
+        e2e.wait_for(lambda: 0.1 < self.clock() % 1 < 0.3, 10, "the beginning of a second")
+        self.limit_set = math.floor(self.clock())
         self.limits.push("Command1")
         self.limits.wait("gone")
-        self.assertLess(self.clock(), self.limit_set + 1, "it is set within the second")
+        certain = math.floor(self.clock()) == self.limit_set
         self.main.wait_text("Label12", "09:06:00")
+        return certain
 
     def use_limits(self):
         self.main.push("Image3")
@@ -153,7 +157,7 @@ class Use(operators_e2e.Operators):
         self.editor.push("Command3")
         self.editor.wait("gone")
         self.main.choose_row("ListView1", OFFICE)  # filling the list has lost the selection
-        self.tick = None  # and with it the ticks, which begin anew
+        self.look = None  # and with it the ticks, which begin anew
 
     def ask_phones(self):
         self.main.push("Image1")
@@ -167,10 +171,7 @@ class Use(operators_e2e.Operators):
 
     def use_menu(self):
         self.main.choose_row("ListView1", OFFICE, "right")
-        self.session.wait_menu()
-        time.sleep(0.1)  # it is seen a moment before it takes keys
-        self.session.keys("esc")
-        self.session.driver.call("wait-menu", 5000, "gone", limit=15)
+        self.session.close_menu()
 
     def drop(self):
         """By the cable and by the network in turn."""
@@ -203,6 +204,17 @@ class Use(operators_e2e.Operators):
 
 
 class LongRun(Use):
+    def sample(self):
+        """What is counted, and what the system says of the process: memory in kilobytes, processor time in ms."""
+        found = self.count()
+        with open("/proc/%d/smaps_rollup" % self.program.process.pid) as file:
+            rollup = dict((line.split()[0], int(line.split()[1])) for line in file.readlines()[1:])
+        with open("/proc/%d/stat" % self.program.process.pid) as file:
+            times = file.read().rsplit(")", 1)[1].split()[11:13]
+        found.update(anonymous=rollup["Anonymous:"], rss=rollup["Rss:"], pss=rollup["Pss:"],
+                     cpu=sum(map(int, times)) * 1000 // os.sysconf("SC_CLK_TCK"))
+        return found
+
     def test_it_needs_no_more_and_more(self):
         self.begin_using()
         started = time.monotonic()
@@ -240,9 +252,9 @@ class LongRun(Use):
         self.assertEqual(missed, [])
 
     def report_time(self):
-        late, ticks = (sum(error[i] for error in self.tick_errors) for i in (0, 1))
-        print("the time shown is %.2f to %.2f s behind the clock; a tick takes 1000%+.2f ms (%d ticks)" % (
-            min(self.lags), max(self.lags), late / max(1, ticks), ticks), flush=True)
+        late, seconds = (sum(error[i] for error in self.errors) for i in (0, 1))
+        print("the time shown is %.2f to %.2f s behind the clock; a second of it takes 1000%+.2f ms (%d seconds)" % (
+            min(self.lags), max(self.lags), late / max(1, seconds), seconds), flush=True)
         self.assert_in_time()
 
 

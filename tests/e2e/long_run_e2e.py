@@ -41,15 +41,15 @@ class Rounds(long_run.Use):
         self.begin_using()
         for _ in range(2):
             self.use()
-        after, counted = self.sample(), lambda sample: {name: sample[name] for name in COUNTS}
+        after, objects = self.count(), lambda found: {name: found[name] for name in COUNTS}
         for _ in range(3):  # what Wine keeps for later comes once, what is lost comes every time
             before = after
             for _ in range(2):
                 self.use()
-            after = self.sample()
-            if counted(after) == counted(before):
+            after = self.count()
+            if objects(after) == objects(before):
                 break
-        self.assertEqual(counted(after), counted(before))
+        self.assertEqual(objects(after), objects(before))
         self.assertLessEqual(after["private"] - before["private"], 512)
         self.assert_in_time()
 

@@ -473,15 +473,28 @@ class Session:
         return box
 
     # Popup menus cannot be read from outside; they are driven by keys.
-    def wait_menu(self, limit=10):
-        self.driver.call("wait-menu", int(limit * 1000), limit=limit + 10)
+    def wait_menu(self, limit=10, state="visible"):
+        """visible or gone"""
+        self.driver.call("wait-menu", int(limit * 1000), state, limit=limit + 10)
 
     def choose_menu(self, number, limit=10):
         """Chooses the entry of that number, from 1, of the open popup menu."""
+        self._wait_menu_ready(limit)
+        self.keys(*["down"] * number, "enter")
+        self.wait_menu(limit, "gone")
+
+    def close_menu(self, limit=10):
+        """Closes the open popup menu with Esc, which is pressed again when the menu does not get it."""
+        self._wait_menu_ready(limit)
+        for _ in range(3):
+            self.keys("esc")
+            with contextlib.suppress(Failure):
+                return self.wait_menu(limit / 3, "gone")
+        raise Failure("the menu does not close with Esc")
+
+    def _wait_menu_ready(self, limit):
         self.wait_menu(limit)
         time.sleep(0.1)  # it is seen a moment before it takes keys
-        self.driver.call("keys", *["down"] * number, "enter")
-        self.driver.call("wait-menu", int(limit * 1000), "gone", limit=limit + 10)
 
     def point(self, x, y):
         """Moves the pointer and waits until it stays there: the display may still report an earlier place, and a

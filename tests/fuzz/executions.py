@@ -3,7 +3,7 @@
 
 The executions are shared out by how fast each fuzzer is, with a hundredth of them for every one at least. They run in
 pieces of a few minutes, one a processor; a line is added to REPORT when a piece ends, so a run that was cut off goes on
-where it stopped. At the end a table is printed. Ends non-zero when something was found.
+where it stopped. At the end a table is printed. Ends non-zero when something was found, or less was done.
 """
 import collections
 import os
@@ -75,7 +75,7 @@ def table(done):
         print("".join([f"{name:21}", *(f"{row[column]:>14,.0f}" for column in COLUMNS)]))
     total = {column: sum(row[column] for _, row in rows) for column in ("executions", "seconds", "findings")}
     print("".join([f"{'all':21}", *(f"{total[c]:>14,.0f}" if c in total else " " * 14 for c in COLUMNS)]))
-    return total["findings"]
+    return total
 
 
 def main():
@@ -123,7 +123,8 @@ def main():
     wanted = shares({name: speed(name) for name in programs}, executions)
     lanes([name for name in programs if left(name) > 0 and not any(p["findings"] for p in done[name])],
           lambda name: run(programs[name], f"-runs={max(1, min(left(name), int(speed(name) * PIECE)))}"))
-    return 1 if table({name: done[name] for name in programs}) else 0
+    total = table({name: done[name] for name in programs})
+    return 1 if total["findings"] or total["executions"] < executions else 0
 
 
 if __name__ == "__main__":

@@ -6,7 +6,6 @@
 #include "editor.h"
 #include "line_interface_table.h"
 #include "monitor/limits.h"
-#include "operators/mod_encrypt.h"
 
 #ifdef __SANITIZE_ADDRESS__
 // As the sanitizers' allocator_interface.h has it, which not every compiler brings.
@@ -82,32 +81,6 @@ struct CountedForms : FormFactory {
   Counts& counts;
 };
 
-struct CountedDialWindow : DialEventWindow {
-  CountedDialWindow(DialEventWindow& behind, Counts& living) : real(behind), counts(living) {}
-  WindowHandle create() override { return ++counts["hidden windows"], real.create(); }
-  void destroy(WindowHandle window) override { --counts["hidden windows"], real.destroy(window); }
-  std::uint32_t registerMessage(const char* name) override { return real.registerMessage(name); }
-  WindowProcedure hook(WindowHandle window, MessageHook& hook) override {
-    return ++counts["hooks"], real.hook(window, hook);
-  }
-  void restore(WindowHandle window, WindowProcedure previous) override {
-    --counts["hooks"], real.restore(window, previous);
-  }
-  std::intptr_t callPrevious(WindowProcedure previous, WindowHandle window, std::uint32_t number, std::uintptr_t wParam,
-                             std::intptr_t lParam) override {
-    return real.callPrevious(previous, window, number, wParam, lParam);
-  }
-  DialEventWindow& real;
-  Counts& counts;
-};
-
-struct CountedDialogs : fake::FakeDialogs {
-  CountedDialogs(fake::Journal& log, Counts& living) : FakeDialogs(log), counts(living) {}
-  MenuHandle createPopupMenu() override { return ++counts["menus"], FakeDialogs::createPopupMenu(); }
-  void destroyMenu(MenuHandle menu) override { --counts["menus"], FakeDialogs::destroyMenu(menu); }
-  Counts& counts;
-};
-
 line::Scenario daysTraffic() {
   line::Scenario scenario = World::quickScenario();
   scenario.receiveRate = 300;  // so that the largest size limit is not passed in a day
@@ -125,13 +98,8 @@ struct LongRun : Story {
     world.environment.variables = {{"os", "Windows_NT"}, {"windir", "C:\\WINDOWS"}, {"programfiles", "C:\\Programs"}};
     world.files.folders = {"C:\\WINDOWS\\SYSTEM32", "C:\\WINDOWS\\SYSTEM32\\drivers", "C:\\WINDOWS\\inf"};
     world.files.contents["C:\\Programs\\corvanti\\common\\driver\\NK-A01\\cable.sys"] = "driver";
-    fake::FakeRandom random;
-    for (const char* line : {"Country/ City,Operator,APN,User Name,Password,Primary DNS,Secondary DNS,Plan,A,B,C",
-                             "Lisbon,Norline,internet,,,192.0.2.1,,,,,", "Porto,Telvira,data,guest,,,,,,,"}) {
-      world.files.contents["C:\\Pelvaro\\Default.DAT"] += modEncrypt::Scramble(line, random) + "\r\n";
-    }
-    dialogs.ending = [this] { return world.desktop.ended(); };
-    dialogs.onMessage = [this](const std::string& text) {
+    world.files.contents["C:\\Pelvaro\\Default.DAT"] = smallOperatorList();
+    world.dialogs.onMessage = [this](const std::string& text) {
       ++asked[text];
       wait(1500);
       return text.ends_with("econnect?") ? reconnect : kAnswerNo;
@@ -150,7 +118,9 @@ struct LongRun : Story {
 
   Counts living() {
     counts["forms seen"] = world.desktop.formsVisible();
-    counts["hidden windows of the system"] = world.desktop.hiddenWindows();
+    counts["hidden windows"] = world.desktop.hiddenWindows();
+    counts["hooks"] = world.desktop.hooks();
+    counts["menus"] = world.dialogs.menus;
     counts["registry keys"] = world.registry.open;
     counts["handles of programs"] = world.processes.openHandles;
     counts["connections"] = connectionsUp();
@@ -184,6 +154,7 @@ struct LongRun : Story {
       wait(kMinute);
       ASSERT_EQ(status(), kUp);
       ASSERT_EQ(main().tickCounter - before, 60);
+      ASSERT_EQ(world.desktop.hooks(), windows->dialForm.loaded() ? 1 : 0);
       checkElapsed();
     }
   }
@@ -220,10 +191,10 @@ struct LongRun : Story {
     if (byCable) world.ports.plug("COM5", World::phone());
   }
   void rightClick(const std::string& row, std::uint32_t item) {
-    dialogs.onMenu = [item] { return item; };
+    world.dialogs.onMenu = [item] { return item; };
     user([this] { static_cast<ControlEvents&>(main().ListView1).mousePressed(MouseButton::right, 1, 1); });
     choose(row);
-    dialogs.onMenu = nullptr;
+    world.dialogs.onMenu = nullptr;
   }
   void useEditor() {
     user([this] { main().Image1.click(); });
@@ -329,12 +300,10 @@ struct LongRun : Story {
   Counts counts;
   line::LineInterfaceTable table{world.line};
   CountedForms forms{world.desktop, counts};
-  CountedDialWindow dialWindow{world.desktop, counts};
-  CountedDialogs dialogs{world.journal, counts};
   Services services{.clock = world.clock,
                     .ras = world.ras,
-                    .dialWindow = dialWindow,
-                    .dialogs = dialogs,
+                    .dialWindow = world.desktop,
+                    .dialogs = world.dialogs,
                     .environment = world.environment,
                     .files = world.files,
                     .loop = world.desktop,
@@ -377,6 +346,8 @@ TEST_F(LongRun, ADayOfUseNeedsNoMoreThanItsFirstHourAndTheTimeShownIsTheClocks) 
   EXPECT_GE(passed, 2 * kHours);
   EXPECT_GE(asked["You are about to reach limit, disconnect now?"], kHours);
   EXPECT_GE(compared, 200) << "times shown";
+  windows.reset();
+  EXPECT_EQ(world.desktop.hooks(), 0);
 }
 
 }  // namespace

@@ -159,6 +159,31 @@ TEST_F(Operators, OnANokiaAnOperatorFillsTheEditorAndThePrompt) {
   EXPECT_FALSE(windows->form4.visible());
 }
 
+// Found by the random user: the editor comes back with the first of its texts, its modems cannot be listed, and the
+// list of operators is gone by the answer.
+TEST_F(Operators, AChoiceSurvivesThePickersEndInAQuestionOfTheEditor) {
+  int questions = 0;
+  pick([&] {
+    editor().unload();
+    line::Scenario scenario = World::quickScenario();
+    scenario.failures = {{"enumDevices", 621, line::PlantedFailure::kAlways}};
+    world.line.setScenario(scenario);
+    world.dialogs.onMessage = [&](const std::string&) {
+      ++questions;
+      picker().unload();
+      return 1;
+    };
+    choosePlace("Porto");
+    rename(0, "a row of its own memory");
+    ASSERT_FALSE(editor().loaded());
+    picker().ListView2.activateRow(0);
+    EXPECT_GE(questions, 1);
+  });
+  EXPECT_EQ(editor().Text3.text(), "data.telvira");
+  EXPECT_EQ(editor().Text4.text(), "198.51.100.7");
+  EXPECT_EQ(windows->form4.Text1.text(), "guest");
+}
+
 TEST_F(Operators, OnASamsungTheUserNameIsTheNumberUnlessItIsEmpty) {
   editor().Combo1.setText(kSamsung);
   const struct {

@@ -286,11 +286,7 @@ bool RandomUser::minimise() {
 bool RandomUser::recolour() {
   world_->desktop.contrast = dice_.oneIn(3);
   world_->desktop.systemColours[19] = dice_.oneIn(2) ? 0xF8E4D8 : 0x101010;
-  Windows& w = *windows_;
-  for (Form* form : std::initializer_list<Form*>{&w.form1, &w.form2, &w.form3, &w.form4, &w.form5, &w.form6,
-                                                 &w.driverForm, &w.recordForm, &w.statusForm}) {
-    form->coloursChanged();
-  }
+  for (Form* form : formsOf(*windows_)) form->coloursChanged();
   return true;
 }
 

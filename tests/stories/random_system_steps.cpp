@@ -49,9 +49,9 @@ void RandomUser::mendEverything() {
   world_->interfaces.rows[1].type = 6;
 }
 
-// A phone that is pulled out while it is asked who made it ends the program, as it may.
-line::Phone& RandomUser::plug(const char* port, const line::PhoneTable& table) {
-  world_->mayReport.insert({"8018", "8020"});
+// In place of the one before.
+line::Phone& RandomUser::plug(const std::string& port, const line::PhoneTable& table) {
+  world_->probePort.noteUnplugged(port);
   return world_->ports.plug(port, table);
 }
 
@@ -61,8 +61,9 @@ bool RandomUser::plugIn() {
 }
 
 bool RandomUser::unplug() {
-  world_->mayReport.insert({"8018", "8020"});
-  world_->ports.unplug(dice_.of(kPorts));
+  const std::string port = dice_.of(kPorts);
+  world_->probePort.noteUnplugged(port);
+  world_->ports.unplug(port);
   return true;
 }
 
@@ -157,11 +158,7 @@ bool RandomUser::failFiles() {
   auto& files = world_->files;
   files.diskFull = dice_.oneIn(2);
   files.noNewFolders = dice_.oneIn(4);
-  if (files.noNewFolders) world_->mayReport.insert({"75", "76"});
-  if (dice_.oneIn(4)) {
-    files.unreadable.insert(dice_.of({"C:\\Pelvaro\\Default.DAT", "C:\\Pelvaro\\Default2.DAT"}));
-    world_->mayReport.insert({"53", "75"});
-  }
+  if (dice_.oneIn(4)) files.unreadable.insert(dice_.of({"C:\\Pelvaro\\Default.DAT", "C:\\Pelvaro\\Default2.DAT"}));
   world_->desktop.postIn(dice_.pick(3000), [&files] {
     files.diskFull = files.noNewFolders = false;
     files.unreadable.clear();
@@ -174,7 +171,6 @@ bool RandomUser::failPrograms() {
   auto& processes = world_->processes;
   processes.missing = dice_.oneIn(4);
   processes.unstartable = dice_.oneIn(2);
-  if (processes.missing) world_->mayReport.insert("53");
   world_->desktop.postIn(dice_.pick(3000), [&processes] { processes.missing = processes.unstartable = false; });
   return true;
 }

@@ -10,7 +10,7 @@ namespace pelvaro {
 
 namespace {
 
-constexpr unsigned kLongestTrial = 120;  // seconds
+constexpr unsigned kLongestTrial = 30;  // seconds
 constexpr std::string_view kCrash = "crashed: ";
 
 // A line each: the failure, the steps, the events, and the counts.
@@ -71,9 +71,11 @@ bool sameFailure(const std::string& one, const std::string& other) {
   return key(one) == key(other);
 }
 
-Plan shrunkPlan(Plan plan, const Lived& lived, const MakeCheck& makeCheck) {
+Plan shrunkPlan(Plan plan, const Lived& lived, const MakeCheck& makeCheck, std::chrono::milliseconds longest) {
+  const auto until = std::chrono::steady_clock::now() + longest;
   plan.resize(std::min(plan.size(), lived.steps));
   return shrunk(std::move(plan), [&](const Plan& candidate) {
+    if (std::chrono::steady_clock::now() >= until) return false;
     return sameFailure(tryPlan(candidate, makeCheck).failure, lived.failure);
   });
 }

@@ -1,5 +1,7 @@
 #include "random_user.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace pelvaro {
@@ -22,11 +24,11 @@ std::string nameOf(const Form& form, const Control& control) {
   return std::string(form.layout().name) + '.' + control.layout().name;
 }
 
+}  // namespace
+
 std::vector<Form*> formsOf(Windows& w) {
   return {&w.form1, &w.form2, &w.form3, &w.form4, &w.form5, &w.form6, &w.driverForm, &w.recordForm, &w.statusForm};
 }
-
-}  // namespace
 
 // Counts for as long as something is under way, however it ends.
 struct RandomUser::Inside {
@@ -114,14 +116,15 @@ void RandomUser::finish() {
   if (desktop.ended()) {
     const std::string report = desktop.reported.empty() ? "" : desktop.reported.front();
     const std::string number = report.substr(0, report.find("':")).substr(report.find('\'') + 1);
-    if (!report.empty() && world_->mayReport.count(number) == 0) fail("the program reported: " + report);
+    if (!report.empty() && !world_->mayReport(number)) fail("the program reported: " + report);
     if (report.empty() && !world_->mayEnd) fail("the program ended of its own accord");
     ++lived_.tally["ended " + (report.empty() ? std::string("by the user") : "with error " + number)];
   }
   windows_.reset();
   if (desktop.hiddenWindows() != 0) fail("a dial window outlives the program");
+  if (desktop.hooks() != 0) fail("a hook outlives the program");
   if (desktop.formsVisible() != 0) fail("a window outlives the program");
-  if (world_->probePort.isOpen) fail("a port outlives the program");
+  if (world_->probePort.isOpen()) fail("a port outlives the program");
 }
 
 void RandomUser::take(const Step& step) {
@@ -152,7 +155,9 @@ void RandomUser::sendFollowUp() {
   world_->desktop.postIn(20 + dice_.pick(60), [this] { followUp(); });
 }
 
-bool RandomUser::underWay() const { return depth_ > 0 || world_->probePort.isOpen || world_->desktop.modalWaits() > 0; }
+bool RandomUser::underWay() const {
+  return depth_ > 0 || world_->probePort.isOpen() || world_->desktop.modalWaits() > 0;
+}
 
 void RandomUser::followUp() {
   followUpWaits_ = false;
@@ -169,7 +174,7 @@ void RandomUser::followUp() {
 void RandomUser::unwind() {
   if (windows_->form3.visible()) windows_->form3.closeRequested();
   if (windows_->form5.visible()) windows_->form5.closeRequested();
-  if (world_->probePort.isOpen) windows_->form2.stopProbe();
+  if (world_->probePort.isOpen()) windows_->form2.stopProbe();
 }
 
 void RandomUser::letOthersAct(int milliseconds) {
@@ -216,7 +221,9 @@ void RandomUser::fail(std::string what) {
 }
 
 void RandomUser::checkAlways() {
+  const int hooks = world_->desktop.hooks();
   if (world_->desktop.hiddenWindows() > 1) fail("more than one hidden dial window");
+  if (hooks < 0 || hooks > 1) fail("hooks in place: " + std::to_string(hooks));
   if (world_->registry.open < 0 || world_->processes.openHandles < 0) fail("a handle is closed twice");
 }
 
@@ -231,7 +238,9 @@ std::string RandomUser::brokenAtRest() {
   if (world.desktop.modalWaits() != 0) return "a wait for a modal window is left";
   if (world.desktop.formsKeptFromInput() != 0) return "a window is left without input";
   if ((world.desktop.hiddenWindows() == 1) != windows.dialForm.loaded()) return "a dial window without its form";
-  if (world.probePort.isOpen) return "a port is open though no phone is asked";
+  if ((world.desktop.hooks() == 1) != windows.dialForm.loaded()) return "a dial window without its hook";
+  if (world.probePort.isOpen()) return "a port is open though no phone is asked";
+  if (world.dialogs.menus != 0) return "a menu is left";
   if (world.registry.open != 0) return "a key of the registry is open";
   if (world.processes.openHandles != 0) return "a handle of a program is open";
   if (!main.visible()) return "the main window is gone";
@@ -302,12 +311,13 @@ bool RandomUser::press(Form& form, Control& control) {
     type(form, control);
     return true;
   }
-  if (&control == &windows_->form2.Command1) noteAddresses();
+  if (&control == &windows_->form2.Command1) world_->writesNoAddress = hasNoAddress();
   if (&control == &windows_->form6.Command1) return acceptLimit();
   ControlEvents& mouse = control;
   if (kind == ControlKind::pictureButton) mouse.mousePressed(MouseButton::left, 5, 5);
   if (kind == ControlKind::pictureButton) mouse.mouseReleased(MouseButton::left, 5, 5);
   control.click();
+  world_->writesNoAddress = false;
   return true;
 }
 
@@ -341,14 +351,15 @@ void RandomUser::type(Form& form, Control& box) {
   }
 }
 
-// Writing an entry with an address that is none ends the program, as it may.
-void RandomUser::noteAddresses() {
+// Whether writing the entry ends the program, as it may: with an address that is none.
+bool RandomUser::hasNoAddress() {
+  static constexpr std::string_view kNoError[] = {"", "-", "10.0.0.1", "1.2.3.4.5", "192.0.2.1", "192.0.2.2"};
   Form2& editor = windows_->form2;
-  for (TextBox* box : {&editor.Text4, &editor.Text5}) {
-    const std::string& text = box->text();
-    if (text == "" || text == "-" || text == "10.0.0.1" || text == "1.2.3.4.5" || text == "192.0.2.1") continue;
-    world_->mayReport.insert({"6", "9", "13"});
-  }
+  if (!editor.Option2.checked() || editor.Text2.text().empty()) return false;
+  const auto ends = [](TextBox& box) {
+    return std::find(std::begin(kNoError), std::end(kNoError), box.text()) == std::end(kNoError);
+  };
+  return ends(editor.Text4) || ends(editor.Text5);
 }
 
 // A limit that is taken without a word is a new one.

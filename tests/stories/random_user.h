@@ -21,6 +21,9 @@ struct Lived {
   Tally tally;
 };
 
+// All of them, seen or not.
+std::vector<Form*> formsOf(Windows& windows);
+
 class RandomUser {
  public:
   static const Kinds& kinds();
@@ -71,7 +74,7 @@ class RandomUser {
   bool press(Form& form, Control& control);
   bool pressList(ListView& list);
   void type(Form& form, Control& box);
-  void noteAddresses();
+  bool hasNoAddress();
   bool acceptLimit();
   Form* anyForm();
 
@@ -105,7 +108,7 @@ class RandomUser {
   bool recolour();
 
   void mendEverything();
-  line::Phone& plug(const char* port, const line::PhoneTable& table);
+  line::Phone& plug(const std::string& port, const line::PhoneTable& table);
   bool plugIn();
   bool unplug();
   bool occupy();

@@ -1,25 +1,9 @@
 #include "random_world.h"
 
 #include <algorithm>
-
-#include "operators/mod_encrypt.h"
+#include <set>
 
 namespace pelvaro {
-
-namespace {
-
-std::string listFile() {
-  fake::FakeRandom random;
-  std::string bytes;
-  for (const char* line : {"Country/ City,Operator,APN,User Name,Password,Primary DNS,Secondary DNS,Plan,A,B,C",
-                           "Lisbon,Norline,internet,[blank],[blank],192.0.2.1,,,,,", "Porto,Telvira,data,guest,,,,,,,",
-                           "Lisbon,Marisol,marisol,,,,,,,,"}) {
-    bytes += modEncrypt::Scramble(line, random) + "\r\n";
-  }
-  return bytes;
-}
-
-}  // namespace
 
 std::uint32_t WatchedDialService::dial(const char* phonebook, void* params, std::uint32_t notifierType,
                                        std::uintptr_t notifier, RasHandle* connection) {
@@ -49,15 +33,24 @@ RandomWorld::RandomWorld()
               .settings = settings,
               .shutdown = shutdown,
               .telephony = telephony} {
-  static const std::string list = listFile();
   environment.variables = {{"os", "Windows_NT"}, {"windir", "C:\\WINDOWS"}, {"programfiles", "C:\\Programs"}};
   registry.plainView = {"Nokia 6230 USB Modem", "Samsung D500 USB Modem"};
-  files.contents["C:\\Pelvaro\\Default.DAT"] = list;
+  files.contents["C:\\Pelvaro\\Default.DAT"] = smallOperatorList();
   files.folders = {"C:\\WINDOWS", "C:\\WINDOWS\\SYSTEM32"};
   for (const char* file : {"MT\\a.sys", "MT\\win2k\\b.inf", "NK-A01\\c.sys", "SS-A01\\d.sys", "SE-A01\\e.inf"}) {
     files.contents[std::string("C:\\Programs\\corvanti\\common\\driver\\") + file] = "driver";
   }
   ports.setClock([this] { return desktop.now(); });
+}
+
+bool RandomWorld::mayReport(const std::string& number) const {
+  std::set<std::string> numbers;
+  if (probePort.pulled) numbers.insert("8020");  // while the phone was asked who made it
+  if (writesNoAddress) numbers.insert({"6", "9", "13"});
+  if (files.noNewFolders) numbers.insert("75");         // no folder for the drivers
+  if (!files.unreadable.empty()) numbers.insert("75");  // no operator list
+  if (processes.missing) numbers.insert("53");
+  return numbers.count(number) == 1;
 }
 
 }  // namespace pelvaro

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <functional>
-#include <set>
 #include <string>
 
 #include "dial_params.h"
@@ -26,25 +25,31 @@ class WatchedDialService : public line::LineDialService {
   line::DialLine& line_;
 };
 
-// Knows whether it is open, and tells when it is opened: the user may lose patience.
+// Knows which phone it is connected to, and tells when it is opened: the user may lose patience.
 class WatchedSerialPort : public line::MemorySerialPort {
  public:
   WatchedSerialPort(line::MemoryPorts& ports, fake::HeadlessDesktop& desktop)
       : MemorySerialPort(ports), desktop_(desktop) {}
 
-  bool isOpen = false;
+  std::string openPort;  // "COM5"; empty when none is open
+  bool pulled = false;   // the phone was pulled out of the port that was opened last
   std::function<void()> onOpen;
+
+  bool isOpen() const { return !openPort.empty(); }
+  // The phone on this port is pulled out. An open port has lost it, whatever is plugged in there afterwards.
+  void noteUnplugged(const std::string& port) { pulled = pulled || port == openPort; }
 
   // Time passes while a phone is asked, and only then in every yield.
   void open(int number, const std::string& settings) override {
     MemorySerialPort::open(number, settings);
-    isOpen = true;
+    openPort = "COM" + std::to_string(number);
+    pulled = false;
     desktop_.yieldTakes = 1;
     if (onOpen) onOpen();
   }
   void close() override {
     MemorySerialPort::close();
-    isOpen = false;
+    openPort.clear();
     desktop_.yieldTakes = 0;
   }
 
@@ -57,9 +62,11 @@ struct RandomWorld : World {
 
   WatchedDialService dialService{line};
   WatchedSerialPort probePort{ports, desktop};
-  // The numbers of the run-time errors that may end the program from now on, for what was planted explains them.
-  std::set<std::string> mayReport;
-  bool mayEnd = false;  // the user has closed the main window or agreed to a restart
+  // Whether the program may end with the run-time error of this number, for what is planted at this moment, at which it
+  // ended, explains it.
+  bool mayReport(const std::string& number) const;
+  bool writesNoAddress = false;  // an entry is being written with an address that is none
+  bool mayEnd = false;           // the user has closed the main window or agreed to a restart
   Services watched;
 };
 

@@ -11,10 +11,26 @@
 #include "line_dial_service.h"
 #include "memory_ports.h"
 #include "memory_serial_port.h"
+#include "operators/mod_encrypt.h"
 #include "platform/fake/fake_services.h"
 #include "ui/windows.h"
 
 namespace pelvaro {
+
+// An operator list as it is delivered: two operators of one place, one of another.
+inline const std::string& smallOperatorList() {
+  static const std::string list = [] {
+    fake::FakeRandom random;
+    std::string bytes;
+    for (const char* line : {"Country/ City,Operator,APN,User Name,Password,Primary DNS,Secondary DNS,Plan,A,B,C",
+                             "Lisbon,Norline,internet,[blank],[blank],192.0.2.1,192.0.2.2,,,,",
+                             "Porto,Telvira,data,guest,,,,,,,", "Lisbon,Marisol,marisol,,,,,,,,"}) {
+      bytes += modEncrypt::Scramble(line, random) + "\r\n";
+    }
+    return bytes;
+  }();
+  return list;
+}
 
 // The practice line with its ports.
 struct WorldsLine {

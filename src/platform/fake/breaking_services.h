@@ -2,9 +2,12 @@
 // then, by the numbers of winerror.h and raserror.h. What cannot fail is handed on uncounted.
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <functional>
+#include <iterator>
 #include <set>
+#include <string_view>
 
 #include "base/bytes.h"
 #include "base/runtime_error.h"
@@ -32,22 +35,72 @@ inline constexpr const char* kProgramEnds = "the program ends";
 // Of one that gives no number.
 inline constexpr const char* kFails = "fails";
 
+// The verbs of all calls that can fail.
+inline constexpr std::string_view kVerbs[] = {
+    // DialService
+    "RasGetEntryProperties", "RasGetEntryProperties (size)", "RasSetEntryProperties", "RasEnumEntries",
+    "RasEnumDevices", "RasEnumDevices (size)", "RasGetEntryDialParams", "RasDial", "RasHangUp", "RasEnumConnections",
+    "RasDeleteEntry", "RasEditPhonebookEntry", "RasGetErrorString", "FormatMessage",
+    // DialEventWindow
+    "CreateWindow", "RegisterWindowMessage", "SetWindowLong",
+    // Dialogs
+    "MessageBox", "CreatePopupMenu", "AppendMenu", "GetCursorPos", "GetForegroundWindow", "TrackPopupMenu",
+    // EventLoop
+    "yield", "a modal wait",
+    // Environment
+    "GetModuleFileName", "GetEnvironmentVariable", "GetLocaleInfo",
+    // Files
+    "is a file", "read a file", "replace a file", "is a folder", "CreateDirectory", "FindFirstFile", "SHFileOperation",
+    "GetShortPathName", "MoveFileEx",
+    // InterfaceTable
+    "GetIfTable", "GetIfTable (size)",
+    // Processes
+    "CreateProcess (no wait)", "ShellExecute", "CreateProcess", "WaitForSingleObject", "GetExitCodeProcess",
+    // Registry
+    "RegOpenKeyEx", "RegEnumKeyEx",
+    // SerialPort
+    "CreateFile (may be opened)", "open a port", "write to a port", "read from a port",
+    // Settings
+    "read a setting", "store a setting",
+    // Shutdown
+    "OpenProcessToken", "LookupPrivilegeValue", "AdjustTokenPrivileges", "ExitWindowsEx",
+    // Telephony
+    "tapiRequestMakeCall"};
+
+// One of them; another does not compile.
+class Verb {
+ public:
+  consteval Verb(const char* name) : name_(name) {
+    if (std::find(std::begin(kVerbs), std::end(kVerbs), name) == std::end(kVerbs)) throw "not one of kVerbs";
+  }
+  const char* name() const { return name_; }
+
+ private:
+  const char* name_;
+};
+
 // What a breaking service has in common with the others: the one behind it, and the plan.
 template <typename Service>
-struct Breaking : Service {
-  Breaking(Service& service, Faults& planned) : real(service), faults(planned) {}
-
-  Service& real;
-  Faults& faults;
+class Breaking : public Service {
+ public:
+  Breaking(Service& service, Faults& planned) : real(service), faults_(planned) {}
 
  protected:
-  bool fails(const char* verb) { return !faults.at(verb, {kFails}).empty(); }
+  Service& real;
+
+  std::string_view at(Verb verb, std::initializer_list<const char*> outcomes) {
+    return faults_.at(verb.name(), outcomes);
+  }
+  bool fails(Verb verb) { return !at(verb, {kFails}).empty(); }
   // The number that an outcome begins with.
   static std::uint32_t code(std::string_view outcome) {
     std::uint32_t number = 0;
     std::from_chars(outcome.data(), outcome.data() + outcome.size(), number);
     return number;
   }
+
+ private:
+  Faults& faults_;
 };
 
 struct BreakingDialService : Breaking<DialService> {
@@ -57,17 +110,17 @@ struct BreakingDialService : Breaking<DialService> {
   std::uint32_t getEntryProperties(const char* phonebook, const char* entry, void* record,
                                    std::uint32_t* size) override {
     const std::string_view outcome =
-        record ? faults.at("RasGetEntryProperties", {"5", "8", "87", "603", "621", "623", "632", "0 and nothing read"})
-               : faults.at("RasGetEntryProperties (size)",
-                           {"5", "8", "87", "621", "623", "632", "603 and no size", "603 and 4 GB"});
+        record ? at("RasGetEntryProperties", {"5", "8", "87", "603", "621", "623", "632", "0 and nothing read"})
+               : at("RasGetEntryProperties (size)",
+                    {"5", "8", "87", "621", "623", "632", "603 and no size", "603 and 4 GB"});
     if (outcome.empty()) return real.getEntryProperties(phonebook, entry, record, size);
     if (outcome == "603 and 4 GB") *size = kAbsurd;
     return code(outcome);
   }
   std::uint32_t setEntryProperties(const char* phonebook, const char* entry, void* record,
                                    std::uint32_t size) override {
-    const std::string_view outcome = faults.at(
-        "RasSetEntryProperties", {"5", "8", "87", "123", "603", "621", "623", "624", "632", "624 though written"});
+    const std::string_view outcome =
+        at("RasSetEntryProperties", {"5", "8", "87", "123", "603", "621", "623", "624", "632", "624 though written"});
     const bool done = outcome.empty() || outcome.ends_with("written");
     const std::uint32_t result = done ? real.setEntryProperties(phonebook, entry, record, size) : 0;
     return outcome.empty() ? result : code(outcome);
@@ -77,18 +130,18 @@ struct BreakingDialService : Breaking<DialService> {
   }
   // One variable may be both size and count: the last one written stays.
   std::uint32_t enumDevices(void* records, std::uint32_t* size, std::uint32_t* count) override {
-    return enumerate(records ? "RasEnumDevices" : "RasEnumDevices (size)", size, count,
+    return enumerate(records ? Verb("RasEnumDevices") : Verb("RasEnumDevices (size)"), size, count,
                      [&] { return real.enumDevices(records, size, count); });
   }
   std::uint32_t getEntryDialParams(const char* phonebook, void* params, std::int32_t* passwordSaved) override {
     const std::string_view outcome =
-        faults.at("RasGetEntryDialParams", {"0 and nothing read", "5", "8", "87", "603", "621", "623", "632"});
+        at("RasGetEntryDialParams", {"0 and nothing read", "5", "8", "87", "603", "621", "623", "632"});
     return outcome.empty() ? real.getEntryDialParams(phonebook, params, passwordSaved) : code(outcome);
   }
   // A dial that has begun has a handle, also when it is refused then.
   std::uint32_t dial(const char* phonebook, void* params, std::uint32_t notifierType, std::uintptr_t notifier,
                      RasHandle* connection) override {
-    const std::string_view outcome = faults.at(
+    const std::string_view outcome = at(
         "RasDial", {"5", "8", "87", "600", "621", "623", "632", "633", "797", "633 with a handle", "0 and no handle"});
     if (!outcome.empty() && !outcome.ends_with("handle")) return code(outcome);
     const std::uint32_t result = real.dial(phonebook, params, notifierType, notifier, connection);
@@ -96,7 +149,7 @@ struct BreakingDialService : Breaking<DialService> {
     return outcome.empty() ? result : code(outcome);
   }
   std::uint32_t hangUp(RasHandle connection) override {
-    const std::string_view outcome = faults.at("RasHangUp", {"6", "8", "668", "6 though hung up"});
+    const std::string_view outcome = at("RasHangUp", {"6", "8", "668", "6 though hung up"});
     const bool done = outcome.empty() || outcome.ends_with("hung up");
     const std::uint32_t result = done ? real.hangUp(connection) : 0;
     return outcome.empty() ? result : code(outcome);
@@ -105,30 +158,30 @@ struct BreakingDialService : Breaking<DialService> {
     return enumerate("RasEnumConnections", size, count, [&] { return real.enumConnections(records, size, count); });
   }
   std::uint32_t deleteEntry(const char* phonebook, const char* entry) override {
-    const std::string_view outcome = faults.at("RasDeleteEntry", {"5", "621", "623", "623 though deleted"});
+    const std::string_view outcome = at("RasDeleteEntry", {"5", "621", "623", "623 though deleted"});
     const bool done = outcome.empty() || outcome.ends_with("deleted");
     const std::uint32_t result = done ? real.deleteEntry(phonebook, entry) : 0;
     return outcome.empty() ? result : code(outcome);
   }
   std::uint32_t editPhonebookEntry(std::uintptr_t owner, const char* phonebook, const char* entry) override {
-    const std::string_view outcome = faults.at("RasEditPhonebookEntry", {"87", "602", "621", "623"});
+    const std::string_view outcome = at("RasEditPhonebookEntry", {"87", "602", "621", "623"});
     return outcome.empty() ? real.editPhonebookEntry(owner, phonebook, entry) : code(outcome);
   }
   std::uint32_t errorString(std::uint32_t number, char* text, std::uint32_t size) override {
-    const std::string_view outcome = faults.at("RasGetErrorString", {"8", "87", "603", "0 without an end"});
+    const std::string_view outcome = at("RasGetErrorString", {"8", "87", "603", "0 without an end"});
     if (outcome == "0 without an end") std::fill_n(text, size, '%');
     return outcome.empty() ? real.errorString(number, text, size) : code(outcome);
   }
   std::uint32_t formatMessage(std::uint32_t flags, std::uint32_t number, std::uint32_t language, char* text,
                               std::uint32_t size) override {
-    return faults.at("FormatMessage", {"0"}).empty() ? real.formatMessage(flags, number, language, text, size) : 0;
+    return at("FormatMessage", {"0"}).empty() ? real.formatMessage(flags, number, language, text, size) : 0;
   }
 
  private:
-  std::uint32_t enumerate(const char* verb, std::uint32_t* size, std::uint32_t* count,
+  std::uint32_t enumerate(Verb verb, std::uint32_t* size, std::uint32_t* count,
                           const std::function<std::uint32_t()>& call) {
     const std::string_view outcome =
-        faults.at(verb, {"5", "8", "50", "87", "603", "603 and 4 GB", "621", "632", "0 and 4 billion", "0 and none"});
+        at(verb, {"5", "8", "50", "87", "603", "603 and 4 GB", "621", "632", "0 and 4 billion", "0 and none"});
     if (outcome.empty()) return call();
     if (outcome == "603 and 4 GB") *size = kAbsurd;
     if (outcome == "0 and 4 billion") call(), *count = kAbsurd;
@@ -184,7 +237,7 @@ struct BreakingDialogs : Breaking<Dialogs> {
   std::set<MenuHandle> menus;  // that are there now
 
   int messageBox(const std::string& text, std::uint32_t buttons) override {
-    const std::string_view outcome = faults.at("MessageBox", {"0", kProgramEnds});
+    const std::string_view outcome = at("MessageBox", {"0", kProgramEnds});
     if (outcome.empty()) return real.messageBox(text, buttons);
     unwind(outcome);
     return 0;
@@ -207,7 +260,7 @@ struct BreakingDialogs : Breaking<Dialogs> {
   }
   std::uintptr_t foregroundWindow() override { return fails("GetForegroundWindow") ? 0 : real.foregroundWindow(); }
   std::uint32_t trackPopupMenu(MenuHandle menu, std::uint32_t flags, int x, int y, std::uintptr_t owner) override {
-    const std::string_view outcome = faults.at("TrackPopupMenu", {"0", "4294967295", kProgramEnds});
+    const std::string_view outcome = at("TrackPopupMenu", {"0", "4294967295", kProgramEnds});
     if (outcome.empty()) return menu == 0 ? 0 : real.trackPopupMenu(menu, flags, x, y, owner);
     unwind(outcome);
     return code(outcome);
@@ -229,11 +282,11 @@ struct BreakingEventLoop : Breaking<EventLoop> {
   Ending endProgram;
 
   void yield() override {
-    if (!faults.at("yield", {kProgramEnds}).empty()) endProgram();
+    if (!at("yield", {kProgramEnds}).empty()) endProgram();
     real.yield();
   }
   void runUntil(const std::function<bool()>& done) override {
-    if (!faults.at("a modal wait", {kProgramEnds}).empty()) endProgram();
+    if (!at("a modal wait", {kProgramEnds}).empty()) endProgram();
     real.runUntil(done);
   }
   void end() override { real.end(); }
@@ -265,14 +318,14 @@ struct BreakingFiles : Breaking<Files> {
     return fails("FindFirstFile") ? std::vector<std::string>() : real.namesIn(folder, ending);
   }
   void shellCopy(const std::string& from, const std::string& to, std::uint32_t flags) override {
-    const std::string_view outcome = faults.at("SHFileOperation", {kFails, kProgramEnds});
+    const std::string_view outcome = at("SHFileOperation", {kFails, kProgramEnds});
     if (outcome.empty()) return real.shellCopy(from, to, flags);
     if (outcome == kFails) return;
     end();
     throw ProgramEnded{};
   }
   std::size_t shortPathName(const std::string& path, char* buffer, std::size_t size) override {
-    const std::string_view outcome = faults.at("GetShortPathName", {"0", "70000", "254 and no end"});
+    const std::string_view outcome = at("GetShortPathName", {"0", "70000", "254 and no end"});
     if (outcome.empty()) return real.shortPathName(path, buffer, size);
     if (outcome == "254 and no end") std::fill_n(buffer, size, 'x');
     return code(outcome);
@@ -286,8 +339,8 @@ struct BreakingInterfaceTable : Breaking<InterfaceTable> {
   using Breaking::Breaking;
   std::uint32_t getIfTable(void* table, std::uint32_t* size, bool sorted) override {
     const std::string_view outcome =
-        table ? faults.at("GetIfTable", {"5", "50", "87", "122 and larger", "232", "0 and 4 billion"})
-              : faults.at("GetIfTable (size)", {"50", "232", "122 and 4 GB", "122 and 1"});
+        table ? at("GetIfTable", {"5", "50", "87", "122 and larger", "232", "0 and 4 billion"})
+              : at("GetIfTable (size)", {"50", "232", "122 and 4 GB", "122 and 1"});
     if (outcome.empty()) return real.getIfTable(table, size, sorted);
     if (outcome == "122 and larger") *size += 860;
     if (outcome == "122 and 4 GB") *size = 0xFFFFFFFF;
@@ -314,7 +367,7 @@ struct BreakingProcesses : Breaking<Processes> {
     return false;
   }
   std::uint32_t waitFor(ProcessHandle process, std::uint32_t milliseconds) override {
-    const std::string_view outcome = faults.at("WaitForSingleObject", {"4294967295", "258", "128"});
+    const std::string_view outcome = at("WaitForSingleObject", {"4294967295", "258", "128"});
     return outcome.empty() ? real.waitFor(process, milliseconds) : code(outcome);
   }
   bool exitCode(ProcessHandle process, std::uint32_t& exit) override {
@@ -339,11 +392,11 @@ struct BreakingSerialPort : Breaking<SerialPort> {
   bool isOpen = false;
 
   bool canOpen(const std::string& deviceName) override {
-    const std::string_view outcome = faults.at("CreateFile (may be opened)", {kFails, "can, though it cannot"});
+    const std::string_view outcome = at("CreateFile (may be opened)", {kFails, "can, though it cannot"});
     return outcome.empty() ? real.canOpen(deviceName) : outcome != kFails;
   }
   void open(int number, const std::string& settings) override {
-    const std::string_view outcome = faults.at("open a port", {"8002", "8005", "8021", "380"});
+    const std::string_view outcome = at("open a port", {"8002", "8005", "8021", "380"});
     if (!outcome.empty()) throw RuntimeError(static_cast<int>(code(outcome)), "planned");
     real.open(number, settings);
     isOpen = true;
@@ -353,13 +406,13 @@ struct BreakingSerialPort : Breaking<SerialPort> {
     real.close();
   }
   void write(std::string_view text) override {
-    const std::string_view outcome = faults.at("write to a port", {"8018", "8020", "lost"});
+    const std::string_view outcome = at("write to a port", {"8018", "8020", "lost"});
     if (outcome == "lost") return;
     if (!outcome.empty()) throw RuntimeError(static_cast<int>(code(outcome)), "planned");
     real.write(text);
   }
   std::string read() override {
-    const std::string_view outcome = faults.at("read from a port", {"8018", "8020", "lost", "4096 of noise"});
+    const std::string_view outcome = at("read from a port", {"8018", "8020", "lost", "4096 of noise"});
     if (outcome.starts_with('8')) throw RuntimeError(static_cast<int>(code(outcome)), "planned");
     std::string text = real.read();
     if (outcome == "lost") text.clear();
@@ -371,7 +424,7 @@ struct BreakingSerialPort : Breaking<SerialPort> {
 struct BreakingSettings : Breaking<Settings> {
   using Breaking::Breaking;
   std::string get(const std::string& section, const std::string& key) override {
-    const std::string_view outcome = faults.at("read a setting", {"none", "longest"});
+    const std::string_view outcome = at("read a setting", {"none", "longest"});
     if (outcome == "longest") return std::string(kLongestSetting, '9');
     return outcome.empty() ? real.get(section, key) : std::string();
   }
@@ -402,7 +455,7 @@ struct BreakingTelephony : Breaking<Telephony> {
   using Breaking::Breaking;
   std::int32_t requestMakeCall(const std::string& number, const std::string& application,
                                const std::string& calledParty, const std::string& comment) override {
-    const std::string_view outcome = faults.at("tapiRequestMakeCall", {"4294967295", "4294967294", "4294967292"});
+    const std::string_view outcome = at("tapiRequestMakeCall", {"4294967295", "4294967294", "4294967292"});
     if (!outcome.empty()) return static_cast<std::int32_t>(code(outcome));
     return real.requestMakeCall(number, application, calledParty, comment);
   }

@@ -18,6 +18,7 @@ struct FakeDialogs : Dialogs {
   std::function<std::uint32_t()> onMenu;                  // the chosen identifier; none by default
   std::function<bool()> ending;                           // whether the program was ended beneath a box or menu
   std::vector<std::string> captions;                      // of the last menu
+  int menus = 0;                                          // there now
 
   int messageBox(const std::string& text, std::uint32_t buttons) override {
     journal.add("MessageBox " + std::to_string(buttons) + " " + text);
@@ -28,6 +29,7 @@ struct FakeDialogs : Dialogs {
   }
   MenuHandle createPopupMenu() override {
     captions.clear();
+    ++menus;
     return 11;
   }
   void appendMenu(MenuHandle, std::uint32_t flags, std::uint32_t identifier, const std::string& caption) override {
@@ -43,7 +45,10 @@ struct FakeDialogs : Dialogs {
     if (ending && ending()) throw ProgramEnded{};
     return chosen;
   }
-  void destroyMenu(MenuHandle) override { journal.add("DestroyMenu"); }
+  void destroyMenu(MenuHandle) override {
+    journal.add("DestroyMenu");
+    --menus;
+  }
 };
 
 }  // namespace pelvaro::fake

@@ -217,10 +217,12 @@ WindowProcedure HeadlessDesktop::hook(WindowHandle window, MessageHook& hook) {
   const auto found = windows_.find(window);
   if (found == windows_.end()) return 0;
   found->second = &hook;
+  ++hooks_;
   return 1;
 }
 
 void HeadlessDesktop::restore(WindowHandle window, WindowProcedure) {
+  --hooks_;
   const auto found = windows_.find(window);
   if (found != windows_.end()) found->second = nullptr;
 }

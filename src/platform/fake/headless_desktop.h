@@ -46,6 +46,8 @@ class HeadlessDesktop : public EventLoop, public FormFactory, public DialEventWi
   bool keptFromInput(const FormLayout& layout) const;
   int modalWaits() const { return modalWaits_; }
   int hiddenWindows() const { return static_cast<int>(windows_.size()); }
+  // The hooks that were put in place less those that were given back: one that goes with its window counts on.
+  int hooks() const { return hooks_; }
 
   void yield() override;
   void runUntil(const std::function<bool()>& done) override;
@@ -88,6 +90,7 @@ class HeadlessDesktop : public EventLoop, public FormFactory, public DialEventWi
   std::vector<HeadlessTimer*> timers_;
   std::map<WindowHandle, MessageHook*> windows_;
   WindowHandle lastWindow_ = 500;
+  int hooks_ = 0;
 };
 
 }  // namespace pelvaro::fake

@@ -1,5 +1,7 @@
 #include "platform/win32/event_loop.h"
 
+#include <utility>
+
 namespace pelvaro::win32 {
 
 namespace {
@@ -32,9 +34,14 @@ void MessageLoop::yield() {
       break;
     }
     dispatch(message);
-    if (message.message == WM_TIMER && ::GetTickCount() - start > kLongYield) break;
+    const bool timer = message.message == WM_TIMER || message.message == kTickSoon;
+    if (timer && ::GetTickCount() - start > kLongYield) break;
   }
   if (ended_) throw ProgramEnded{};
+}
+
+void MessageLoop::yieldAtTick() {
+  if (ended_ || !std::exchange(atTick_, false)) yield();
 }
 
 void MessageLoop::runUntil(const std::function<bool()>& done) {

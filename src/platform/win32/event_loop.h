@@ -9,12 +9,19 @@
 
 namespace pelvaro::win32 {
 
+// To a form's window, with a timer in wParam: a tick of it as soon as other pending events have run. Never WM_TIMER,
+// which comes when nothing else is pending.
+constexpr UINT kTickSoon = WM_APP + 4;
+
 class MessageLoop : public EventLoop {
  public:
   // What is done about an error that no handler took: called once, then the program ends.
   std::function<void(const RuntimeError&)> onError;
 
   void yield() override;
+  // A tick of the system's own comes only when nothing else is pending, so there is nothing to run then; to look all
+  // the same, twenty times a second, would be a third of what an idle program costs.
+  void yieldAtTick() override;
   void runUntil(const std::function<bool()>& done) override;
   void end() override;
 
@@ -34,6 +41,13 @@ class MessageLoop : public EventLoop {
       fail(internalError(error.what()));
     }
   }
+  // Runs the handler of a timer at a tick of the system's own.
+  template <typename Handler>
+  void tick(Handler handler) {
+    atTick_ = true;
+    guarded(handler);
+    atTick_ = false;
+  }
   void fail(const RuntimeError& error);
   bool ended() const { return ended_; }
 
@@ -42,6 +56,7 @@ class MessageLoop : public EventLoop {
 
   bool ended_ = false;
   bool failed_ = false;
+  bool atTick_ = false;  // at the beginning of a timer's handler
 };
 
 }  // namespace pelvaro::win32

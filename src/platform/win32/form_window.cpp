@@ -47,7 +47,7 @@ class WindowTimer : public TimerPeer {
     ::SetTimer(form_.window_, identifier_, static_cast<UINT>(milliseconds), nullptr);
   }
   void stop() override { ::KillTimer(form_.window_, identifier_); }
-  void tickSoon() override { ::PostMessageA(form_.window_, WM_TIMER, identifier_, 0); }
+  void tickSoon() override { ::PostMessageA(form_.window_, kTickSoon, identifier_, 0); }
 
  private:
   FormWindow& form_;
@@ -310,8 +310,10 @@ LRESULT FormWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case WM_RBUTTONUP:
     case WM_CAPTURECHANGED: mouse(number, wParam, lParam); return 0;
     case WM_TIMER:
+    case kTickSoon:
       if (wParam >= 1 && wParam <= timers_.size() && timers_[wParam - 1]) {
-        screen_.loop().guarded([&] { timers_[wParam - 1]->ticked(); });
+        const auto handler = [&] { timers_[wParam - 1]->ticked(); };
+        number == WM_TIMER ? screen_.loop().tick(handler) : screen_.loop().guarded(handler);
       }
       return 0;
     case WM_COMMAND: command(wParam, lParam); return 0;

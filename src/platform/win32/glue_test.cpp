@@ -66,6 +66,29 @@ TEST_F(Glue, APostedDialEventReachesTheHookOfTheHiddenWindow) {
   windows.destroy(window);
 }
 
+TEST_F(Glue, ATimersHandlerBeginsWithAYieldButForATickOfTheSystemsOwn) {
+  const WindowHandle window = windows.create();
+  hook.wanted = windows.registerMessage("RasDialEvent");
+  hook.previous = windows.hook(window, hook);
+  const auto post = [&] { ::PostMessageA(reinterpret_cast<HWND>(window), hook.wanted, 5, 0); };
+  post();
+  loop.tick([&] {
+    loop.yieldAtTick();
+    EXPECT_EQ(hook.seen, 0) << "such a tick comes when nothing is pending";
+    loop.yieldAtTick();
+    EXPECT_EQ(hook.seen, 1) << "a handler within the handler";
+  });
+  post();
+  loop.yieldAtTick();
+  EXPECT_EQ(hook.seen, 2);
+  loop.tick([] {});
+  post();
+  loop.yieldAtTick();
+  EXPECT_EQ(hook.seen, 3);
+  windows.restore(window, hook.previous);
+  windows.destroy(window);
+}
+
 TEST_F(Glue, TheHiddenWindowMayGoInsideItsOwnProcedure) {
   const WindowHandle window = windows.create();
   hook.wanted = 0xCCCD;

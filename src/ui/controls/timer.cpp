@@ -44,7 +44,7 @@ void Timer::ticked() {
     return;
   }
   if (design_.yieldsFirst) {
-    form_.services().loop.yield();
+    form_.services().loop.yieldAtTick();
     // Anything may have happened in there; another tick of ours has run to its end.
     if (!enabled_ || !form_.loaded()) return;
   }

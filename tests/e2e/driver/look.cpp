@@ -71,18 +71,32 @@ void combo(const Arguments& a, Json& answer) {
   answer.end(']').end('}');
 }
 
-void list(const Arguments& a, Json& answer) {
-  HWND view = needControl(a[0], a[1]);
+void describeList(HWND view, int most, Json& answer) {
   const int rows = list_view::rowCount(view), columns = list_view::columnCount(view);
   answer.object().key("count").number(rows).key("columns").number(columns);
   answer.key("selected").number(list_view::selectedRow(view)).key("rows").array();
-  const int most = number(optional(a, 2, "1000"));
   for (int row = 0; row < rows && row < most; ++row) {
     answer.array();
     for (int column = 0; column < columns; ++column) answer.text(list_view::itemText(view, row, column));
     answer.end(']');
   }
   answer.end(']').end('}');
+}
+
+// A list that becomes shorter while it is described is described again.
+void list(const Arguments& a, Json& answer) {
+  HWND view = needControl(a[0], a[1]);
+  const int most = number(optional(a, 2, "1000"));
+  const Json before = answer;
+  for (int tries = 1;; ++tries) {
+    try {
+      return describeList(view, most, answer);
+    } catch (const Refused&) {
+      if (tries == 10) throw;
+      answer = before;
+      Sleep(10);
+    }
+  }
 }
 
 void listItem(const Arguments& a, Json& answer) {

@@ -1,9 +1,11 @@
 #include "../random_child.h"
 
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -38,9 +40,13 @@ ChildsEnd inChild(const std::function<std::string()>& piece, unsigned seconds) {
   int pipe[2];
   if (::pipe(pipe) != 0) return {false, "no pipe"};
   std::fflush(nullptr);
+  const pid_t parent = ::getpid();
   const pid_t child = ::fork();
   if (child < 0) return {false, "no child"};
   if (child == 0) {
+    // Does not outlive the test; who asks for that too late has another parent by then.
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != parent) ::_exit(1);
     ::close(pipe[0]);
     ::dup2(pipe[1], STDOUT_FILENO);
     ::dup2(pipe[1], STDERR_FILENO);
