@@ -5,7 +5,7 @@
 # What takes long, one of:
 #   ./test.sh --coverage             which lines and branches of the portable code the native tests reach
 #   ./test.sh --faults               every call to the system fails in turn, with every code, at every place (a minute)
-#   ./test.sh --random [EVENTS]      a random user, 10,000,000 events (20 minutes)
+#   ./test.sh --random [EVENTS]      a random user, 10,000,000 events (half an hour)
 #   ./test.sh --kills [N]            the program killed at N moments (100) of each thing that it writes (10 minutes)
 #   ./test.sh --fuzz [EXECUTIONS]    the fuzzers, 100,000,000 executions in all (an hour and more)
 #   ./test.sh --long-run [MINUTES]   30 minutes connected under Wine, counting what it holds

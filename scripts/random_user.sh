@@ -38,7 +38,7 @@ for ((i = 0; i < processes; ++i)); do
 done
 failures=0
 for ((i = 0; i < processes; ++i)); do
-  wait "${pids[$i]}" || { failures=$((failures + 1)); grep -v '^ *[0-9]* \|^\[' "$logs/$i" >&2 || true; }
+  wait "${pids[$i]}" || { failures=$((failures + 1)); grep -v '^ *[0-9][0-9]* \|^\[' "$logs/$i" >&2 || true; }
 done
 pids=()
 # The counts of all processes together.
