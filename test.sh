@@ -36,18 +36,39 @@ case "${1:-}" in
 esac
 scripts/setup.sh
 
-step() { # NAME COMMAND...: runs it, its output kept in a file and shown when it fails
-  local name=$1 log start=$SECONDS
-  shift
-  log="build/test-${name// /-}.log"
-  if "$@" >"$log" 2>&1 </dev/null; then
-    say "$name: passed ($((SECONDS - start)) s)$(grep -hoE '[0-9]+ tests? (from|passed|failed)[^.]*|Ran [0-9]+ tests?|100% tests passed.*' "$log" | tail -n 1 | sed 's/^/, /')"
+logOf() { echo "build/test-${1// /-}.log"; }
+report() { # NAME STATUS SECONDS: of a step that has ended; what it said is shown when it failed
+  local log
+  log=$(logOf "$1")
+  if [ "$2" = 0 ]; then
+    say "$1: passed ($3 s)$(grep -hoE '[0-9]+ tests? (from|passed|failed)[^.]*|Ran [0-9]+ tests?|100% tests passed.*' "$log" | tail -n 1 | sed 's/^/, /')"
     passed=$((passed + 1))
   else
     tail -n 60 "$log" >&2
-    say "$name: FAILED, see $log"
+    say "$1: FAILED, see $log"
     failed=$((failed + 1))
   fi
+}
+step() { # NAME COMMAND...
+  local start=$SECONDS status=0
+  "${@:2}" >"$(logOf "$1")" 2>&1 </dev/null || status=$?
+  report "$1" "$status" $((SECONDS - start))
+}
+# What only computes goes on beside what mostly waits, with what that leaves of the processors.
+declare -A besides=()
+trap 'kill $(jobs -p) 2>/dev/null || true' EXIT
+beside() { # NAME COMMAND...
+  nice -n 19 "${@:2}" >"$(logOf "$1")" 2>&1 </dev/null &
+  besides[$1]="$! $SECONDS"
+}
+awaitBesides() {
+  local name pid start status
+  for name in "${!besides[@]}"; do
+    read -r pid start <<<"${besides[$name]}"
+    status=0
+    wait "$pid" || status=$?
+    report "$name" "$status" $((SECONDS - start))
+  done
 }
 mkdir -p build
 passed=0 failed=0
@@ -60,12 +81,13 @@ else
 fi
 step "native tests" ctest --test-dir build/native --output-on-failure -j2
 if [ -z "$quick" ]; then
-  step "style and layers" scripts/lint.sh
+  beside "style and layers" scripts/lint.sh
+  beside "fuzzers" scripts/fuzz.sh 3
   step "canary" scripts/wine_canary.sh
   step "exe" scripts/check_exe.sh
   step "tests under Wine" ctest --test-dir build/win32 --output-on-failure -j2
   step "driven program" scripts/e2e.sh
-  step "fuzzers" scripts/fuzz.sh 3
+  awaitBesides
 fi
 echo "$passed passed, $failed failed"
 [ "$failed" = 0 ]

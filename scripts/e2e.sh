@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # Drives the shipped program through its windows on the practice line:
 #   scripts/e2e.sh [--limit SECONDS] [--lanes N] [FILE[.CLASS[.TEST]]...]   e.g. scripts/e2e.sh selftest_e2e
-# Without names: every tests/e2e/*_e2e.py, N files at a time (2), for they mostly wait; each session has a prefix and a
+# Without names: every tests/e2e/*_e2e.py, N files at a time (3), for they mostly wait; each session has a prefix and a
 # display of its own. Pictures go to build/screens/, logs to build/e2e-logs/.
 set -euo pipefail
 root=$(dirname "$(dirname "$(readlink -f "$0")")")
 . "$root/scripts/common.sh"
 
-limit=600 lanes=2 names=()
+limit=600 lanes=3 names=()
 while [ $# -gt 0 ]; do
   case "$1" in
     --limit) limit=$2; shift ;;
