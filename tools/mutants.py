@@ -112,7 +112,7 @@ def main():
                                text=True).stdout.split("\n"):
         if name and os.path.isfile(os.path.join(ROOT, name)):
             os.makedirs(os.path.dirname(os.path.join(TREE, name)), exist_ok=True)
-            shutil.copy2(os.path.join(ROOT, name), os.path.join(TREE, name))
+            shutil.copy(os.path.join(ROOT, name), os.path.join(TREE, name))
     subprocess.run(["cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
                     "-DCMAKE_CXX_FLAGS=-O0 -g0 -Wno-error"], stdout=subprocess.DEVNULL, check=True)
     for folder in options.folders:
