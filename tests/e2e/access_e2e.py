@@ -74,6 +74,7 @@ class Access(editor_e2e.Editor):
             self.wait_focus(control)
 
     def leave(self, form, key="esc"):
+        form.wait("foreground")  # the one before may just have gone
         self.session.keys(key)
         e2e.wait_for(lambda: not (form.info() or {"visible": False})["visible"], 5, form.name + " is closed")
 
