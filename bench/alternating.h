@@ -4,9 +4,10 @@
 
 #include <time.h>
 
-#include <algorithm>
 #include <utility>
 #include <vector>
+
+#include "limits.h"
 
 namespace pelvaro {
 
@@ -21,11 +22,6 @@ double microseconds(const Work& work) {
   const double begin = processorTime();
   work();
   return processorTime() - begin;
-}
-
-inline double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
 }
 
 // The medians in microseconds, of so many rounds of ten turns each. Ten in a row, because the first may have to sort

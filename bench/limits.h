@@ -2,9 +2,11 @@
 // same run, its limit and whether it keeps it; one that does not makes the program end with 1.
 #pragma once
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace pelvaro {
 
@@ -32,6 +34,11 @@ struct Figure {
   std::string ratio;
   std::string limit;
 };
+
+inline double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
 
 class Limits {
  public:

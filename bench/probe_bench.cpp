@@ -30,11 +30,6 @@ double milliseconds(const std::function<void()>& what) {
   return 1e3 * static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
 // Writes a command and polls until the answer is there: on every pass the pending messages, then a read that gives at
 // once what has come.
 bool ask(HANDLE port, const char* command, std::string& answer) {

@@ -17,6 +17,7 @@
 namespace {
 
 using pelvaro::Limits;
+using pelvaro::median;
 using pelvaro::text;
 
 struct Wanted {
@@ -76,11 +77,6 @@ struct Started {
   }
   bool running() const { return ::WaitForSingleObject(process.hProcess, 0) == WAIT_TIMEOUT; }
 };
-
-double median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
 
 void measureStart(Limits& limits, const char* program, const char* bare, const char* cores) {
   std::vector<double> ours, reference;

@@ -5,14 +5,11 @@
 #include "base/text.h"
 #include "devices/brand.h"
 #include "devices/reply.h"
+#include "input.h"
 
 namespace {
 
 using namespace pelvaro;
-
-void check(bool holds) {
-  if (!holds) std::abort();
-}
 
 bool hasLetter(std::string_view line) {
   for (const char c : line) {

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <iterator>
 
+#include "input.h"
 #include "phonebook/dial_params.h"
 #include "phonebook/entry_list.h"
 #include "phonebook/entry_properties.h"
@@ -18,10 +19,6 @@
 namespace {
 
 using namespace pelvaro;
-
-void check(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Hands out the input piece by piece: numbers of two bytes, lowest byte first, and texts of so many bytes.
 class Input {

@@ -10,6 +10,7 @@
 #include "drivers/catalogue.h"
 #include "drivers/installer.h"
 #include "drivers/start_program.h"
+#include "input.h"
 #include "platform/fake/fake_dialogs.h"
 #include "platform/fake/fake_event_loop.h"
 #include "platform/fake/fake_files.h"
@@ -19,17 +20,6 @@
 namespace {
 
 using namespace pelvaro;
-
-void check(bool holds) {
-  if (!holds) std::abort();
-}
-
-std::string takeLine(std::string_view& left) {
-  const std::size_t end = std::min(left.find('\n'), left.size());
-  std::string line(left.substr(0, end));
-  left.remove_prefix(std::min(end + 1, left.size()));
-  return line;
-}
 
 // A folder of the given files; each copy is looked at.
 struct PackageFiles : fake::FakeFiles {

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "base/runtime_error.h"
+#include "input.h"
 #include "monitor/limits.h"
 #include "monitor/traffic.h"
 #include "platform/if_table_layout.h"
@@ -24,10 +25,6 @@ struct AnyTable : InterfaceTable {
     return result;
   }
 };
-
-void check(bool holds) {
-  if (!holds) std::abort();
-}
 
 // A whole text is a number that fits, or the run-time error of what is wrong with it.
 void checkWhole(std::string_view text) {

@@ -6,6 +6,7 @@
 
 #include "base/runtime_error.h"
 #include "commands.h"
+#include "input.h"
 #include "operators/list_check.h"
 #include "operators/list_lines.h"
 #include "operators/mod_encrypt.h"
@@ -15,10 +16,6 @@ namespace {
 
 using namespace pelvaro;
 using namespace pelvaro::operators;
-
-void check(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Whether a text is sure to come back: a NUL never does, and some others need keys that do not go together.
 bool comesBack(std::string_view text) {

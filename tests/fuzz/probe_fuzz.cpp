@@ -7,6 +7,7 @@
 #include "base/runtime_error.h"
 #include "devices/brand.h"
 #include "devices/probe.h"
+#include "input.h"
 
 namespace {
 
@@ -14,10 +15,6 @@ using namespace pelvaro;
 
 constexpr char kPieceEnd = '~', kPulledOut = '!', kSilence = '?';
 constexpr int kLongSilence = 6000;  // reads
-
-void check(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Says one piece of the input at each read. The first piece that begins with '?' comes after a long silence; a phone
 // that has nothing more to say is pulled out.

@@ -6,6 +6,7 @@
 #include "base/numbers.h"
 #include "base/runtime_error.h"
 #include "drivers/mod_replace_files.h"
+#include "input.h"
 #include "platform/fake/fake_files.h"
 #include "platform/fake/fake_system.h"
 #include "platform/fake/headless_desktop.h"
@@ -13,10 +14,6 @@
 namespace {
 
 using namespace pelvaro;
-
-void check(bool holds) {
-  if (!holds) std::abort();
-}
 
 struct NamingFiles : fake::FakeFiles {
   using FakeFiles::FakeFiles;

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/runtime_error.h"
+#include "input.h"
 #include "operators/list_file.h"
 #include "phonebook/entry_properties.h"
 #include "platform/fake/fake_dial_service.h"
@@ -18,17 +19,6 @@
 namespace {
 
 using namespace pelvaro;
-
-void check(bool holds) {
-  if (!holds) std::abort();
-}
-
-std::string takeLine(std::string_view& left) {
-  const std::size_t end = std::min(left.find('\n'), left.size());
-  std::string line(left.substr(0, end));
-  left.remove_prefix(std::min(end + 1, left.size()));
-  return line;
-}
 
 // What is below the windows.
 struct World {

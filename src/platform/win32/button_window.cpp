@@ -23,7 +23,7 @@ ButtonWindow::ButtonWindow(const ControlLayout& layout, ControlEvents& events, c
 // By us or by a script.
 void ButtonWindow::textChanged() {
   repaint();
-  if (hasTooltip_) tellTooltip(TTM_UPDATETIPTEXTA, text_.data());
+  if (hasTooltip()) tellTooltip(TTM_UPDATETIPTEXTA, text_.data());
 }
 
 void ButtonWindow::command(WORD notification) {
@@ -54,7 +54,7 @@ LRESULT ButtonWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     }
     case kFormShown:
       // Not before: the first window does not wait for it.
-      if (isPicture() && wParam && !std::exchange(hasTooltip_, true)) tellTooltip(TTM_ADDTOOLA, text_.data());
+      if (isPicture() && wParam && !hasTooltip()) tellTooltip(TTM_ADDTOOLA, text_.data());
       return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:

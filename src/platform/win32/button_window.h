@@ -26,7 +26,6 @@ class ButtonWindow : public ControlWindow {
   void drawContent(HDC dc, RECT area, COLORREF colour);
   void textChanged();
 
-  bool hasTooltip_ = false;
   bool default_ = false;
 };
 

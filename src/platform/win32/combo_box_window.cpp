@@ -77,7 +77,7 @@ LRESULT ComboBoxWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
     case WM_CTLCOLORLISTBOX: return reinterpret_cast<LRESULT>(ground(reinterpret_cast<HDC>(wParam)));
     case WM_MOUSEMOVE: hover(true); break;
     case kFormShown:
-      if (wParam && !std::exchange(hasTooltip_, true)) offerTooltip();
+      if (wParam && !hasTooltip()) offerTooltip();
       return 0;
     case WM_MOUSELEAVE: hover(false); break;
     case kListClosed:

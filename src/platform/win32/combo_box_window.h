@@ -32,7 +32,6 @@ class ComboBoxWindow : public ControlWindow {
   std::optional<ComboBoxList> list_;
   int chosen_ = -1;     // the selected row while the list is down: the platform's follows the pointer there
   bool taken_ = false;  // the list is closing with its row taken, not given up
-  bool hasTooltip_ = false;
 };
 
 }  // namespace pelvaro::win32

@@ -34,7 +34,7 @@ ControlWindow::ControlWindow(const ControlLayout& layout, ControlEvents& events,
 
 ControlWindow::~ControlWindow() {
   // What the tooltip has hooked to the window is given back only with the tool, while the window is there.
-  if (window_ && hasTool_) tellTooltip(TTM_DELTOOLA, nullptr);
+  if (window_ && hasTooltip_) tellTooltip(TTM_DELTOOLA, nullptr);
   if (window_) ::DestroyWindow(window_);  // our procedure forgets it at its last message
   if (brush_) ::DeleteObject(brush_);
 }
@@ -119,7 +119,7 @@ void ControlWindow::hover(bool over) {
 void ControlWindow::offerTooltip() { tellTooltip(TTM_ADDTOOLA, LPSTR_TEXTCALLBACKA); }
 
 void ControlWindow::tellTooltip(UINT message, char* text) {
-  if (message == TTM_ADDTOOLA) hasTool_ = true;
+  if (message == TTM_ADDTOOLA) hasTooltip_ = true;
   TOOLINFOA tool{};
   tool.cbSize = TTTOOLINFOA_V2_SIZE;
   tool.hwnd = form_;

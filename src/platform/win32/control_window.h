@@ -78,6 +78,7 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   void offerTooltip();
   // Tells the form's tooltip control about this one.
   void tellTooltip(UINT message, char* text);
+  bool hasTooltip() const { return hasTooltip_; }
   // Draws anew soon; on a form that is not shown there is nothing to draw yet.
   void repaint() const {
     if (formShown_) ::InvalidateRect(window_, nullptr, FALSE);
@@ -98,7 +99,7 @@ class ControlWindow : public ControlPeer, public std::enable_shared_from_this<Co
   ScreenMetrics& metrics_;
   MessageLoop& loop_;
   const std::function<HWND()> tooltips_;
-  bool hasTool_ = false;  // in the tooltip
+  bool hasTooltip_ = false;
   HWND window_ = nullptr;
   std::string text_;  // what WM_GETTEXT gives, kept in step by watching WM_SETTEXT
   Colours colours_{0xFFFFFF, 0};

@@ -28,7 +28,7 @@ void LabelWindow::command(WORD notification) {
 
 LRESULT LabelWindow::message(UINT number, WPARAM wParam, LPARAM lParam) {
   if (number == WM_ERASEBKGND) return 1;  // the canvas covers everything
-  if (number == kFormShown && wParam && isCuttable() && !std::exchange(hasTooltip_, true)) offerTooltip();
+  if (number == kFormShown && wParam && isCuttable() && !hasTooltip()) offerTooltip();
   return passOn(number, wParam, lParam);
 }
 

@@ -22,8 +22,6 @@ class LabelWindow : public ControlWindow {
   HFONT font() const;
   void drawText(HDC dc, RECT area);
   void drawFigure(HDC dc, const RECT& area);
-
-  bool hasTooltip_ = false;
 };
 
 }  // namespace pelvaro::win32
