@@ -305,6 +305,7 @@ class Dialing(Desk):
         self.wait_focus("Image2")
         self.session.keys("space")
         self.prompt.wait("foreground")
+        self.wait_focus("Text1")
         self.session.keys("tab", "home", "shift+end", "delete")
         self.type(PASSWORD)
         self.session.keys("tab", "space")

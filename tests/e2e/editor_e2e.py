@@ -97,6 +97,7 @@ class Editing(Editor):
         self.type("*99#")
         self.tab_to("Text3")
         self.type("internet")
+        self.editor.wait_control("Command1", "enabled")  # at the next tick; the rest is typed faster than one comes
         self.tab_to("Option1")
         self.session.keys("down")
         self.wait_focus("Option2")
