@@ -12,7 +12,7 @@
 
 #include "alternating.h"
 #include "devices/reply.h"
-#include "drivers/installer.h"
+#include "driver_machine.h"
 #include "limits.h"
 #include "monitor/traffic.h"
 #include "operators/mod_encrypt.h"
@@ -20,11 +20,6 @@
 #include "phonebook/entry_list.h"
 #include "phonebook/modem_list.h"
 #include "platform/fake/fake_dial_service.h"
-#include "platform/fake/fake_dialogs.h"
-#include "platform/fake/fake_files.h"
-#include "platform/fake/fake_processes.h"
-#include "platform/fake/fake_system.h"
-#include "platform/fake/headless_desktop.h"
 #include "platform/if_table_layout.h"
 #include "platform/ras_layout.h"
 
@@ -183,30 +178,12 @@ void measureReplies(Limits& limits) {
   });
 }
 
-struct Machine {
-  fake::Journal journal;
-  fake::FakeDialogs dialogs{journal};
-  fake::FakeEnvironment environment;
-  fake::HeadlessDesktop desktop;
-  fake::FakeFiles files{journal};
-  fake::FakeProcesses processes{journal};
-  fake::FakeShutdown shutdown{journal};
-  drivers::Installer installer{{dialogs, environment, desktop, files, processes, shutdown}};
-
-  explicit Machine(std::size_t count) {
-    environment.variables = {{"os", "Windows_NT"}, {"windir", "C:\\WINDOWS"}, {"programfiles", "C:\\Programs"}};
-    files.folders = {"C:\\WINDOWS\\SYSTEM32\\drivers"};
-    for (std::size_t i = 0; i < count; ++i) {
-      files.contents["C:\\Programs\\corvanti\\common\\driver\\NK-A01\\" + std::to_string(i) + ".sys"] = "driver";
-    }
-    dialogs.onMessage = [](const std::string&) { return kAnswerNo; };
-    installer.findFolders();
-  }
-};
-
 void measureDrivers(Limits& limits) {
   judgeGrowth(limits, "files of a driver installed", fourTimes(1), [](std::size_t count) {
-    const auto machine = std::make_shared<Machine>(count);
+    const auto machine = std::make_shared<DriverMachine>();
+    for (std::size_t i = 0; i < count; ++i) {
+      machine->files.contents[DriverMachine::kPackage + std::to_string(i) + ".sys"] = "driver";
+    }
     return [machine] {
       machine->installer.install("06");
       g_seen += machine->journal.take().size();

@@ -3,44 +3,27 @@
 #include <cstdio>
 
 #include "alternating.h"
-#include "drivers/installer.h"
+#include "driver_machine.h"
 #include "limits.h"
-#include "platform/fake/fake_dialogs.h"
-#include "platform/fake/fake_files.h"
-#include "platform/fake/fake_processes.h"
-#include "platform/fake/fake_system.h"
-#include "platform/fake/headless_desktop.h"
 
 namespace {
 
 using namespace pelvaro;
 
 constexpr int kRounds = 31;
-constexpr const char* kPackage = "C:\\Programs\\corvanti\\common\\driver\\NK-A01";
-constexpr const char* kDrivers = "C:\\WINDOWS\\SYSTEM32\\drivers\\";
 
-struct Machine {
-  fake::Journal journal;
-  fake::FakeDialogs dialogs{journal};
-  fake::FakeEnvironment environment;
-  fake::HeadlessDesktop desktop;
-  fake::FakeFiles files{journal};
-  fake::FakeProcesses processes{journal};
-  fake::FakeShutdown shutdown{journal};
+struct Machine : DriverMachine {
   std::vector<std::string> systemFiles, informationFiles;
 
   Machine() {
-    environment.variables = {{"os", "Windows_NT"}, {"windir", "C:\\WINDOWS"}, {"programfiles", "C:\\Programs"}};
-    files.folders = {"C:\\WINDOWS\\SYSTEM32\\drivers"};
     for (char c = 'a'; c < 'a' + 10; ++c) {
       systemFiles.push_back(std::string(1, c) + ".sys");
       informationFiles.push_back(std::string(1, c) + ".inf");
     }
     for (const auto* names : {&systemFiles, &informationFiles}) {
-      for (const std::string& name : *names) files.contents[std::string(kPackage) + "\\" + name] = "driver";
+      for (const std::string& name : *names) files.contents[kPackage + name] = "driver";
     }
     for (const std::string& name : systemFiles) files.contents[kDrivers + name] = "in use";
-    dialogs.onMessage = [](const std::string&) { return kAnswerNo; };
   }
 };
 
@@ -48,24 +31,22 @@ struct Machine {
 
 int main() try {
   Machine machine;
-  drivers::Installer installer(
-      {machine.dialogs, machine.environment, machine.desktop, machine.files, machine.processes, machine.shutdown});
-  installer.findFolders();
   const auto install = [&] {
-    installer.install("06");
+    machine.installer.install("06");
     machine.journal.take();
   };
-  const std::string package = kPackage, from = package + "\\";
+  const std::string from = Machine::kPackage, to = Machine::kDrivers;
+  const std::string package = from.substr(0, from.size() - 1);
   const auto bare = [&] {
     machine.processes.start("C:\\Programs\\corvanti\\common\\driver\\PL-2303 Driver Installer.exe", kShowNormal);
     machine.files.namesIn(package, ".inf");
     machine.files.namesIn(package, ".sys");
     machine.desktop.yield();
-    machine.files.isFolder(kDrivers);
+    machine.files.isFolder(to);
     char name[255];
     for (const std::string& file : machine.systemFiles) {
-      machine.files.isFile(kDrivers + file);
-      machine.files.shortPathName(kDrivers + file, name, sizeof name);
+      machine.files.isFile(to + file);
+      machine.files.shortPathName(to + file, name, sizeof name);
       machine.files.shortPathName(from + file, name, sizeof name);
       machine.files.moveFileEx("s", "d", 5);
     }

@@ -7,7 +7,7 @@ set -euo pipefail
 here=$(dirname "$(readlink -f "$0")")
 . "$here/common.sh"
 
-minutes=${1:-30}
+minutes=${1-30}
 [[ "$minutes" =~ ^[1-9][0-9]*$ && "$minutes" -ge 5 && "$minutes" -le 300 ]] ||
   fail "usage: scripts/long_run.sh [MINUTES], 5 to 300"
 tools="${PELVARO_E2E_TOOLS:-${PELVARO_BUILD:-$here/../build}/win32/tests}"

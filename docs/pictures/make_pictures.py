@@ -135,8 +135,7 @@ class Pictures:
         self.session.wait_menu()
         time.sleep(0.5)
         self.take("menu", "Pelvaro.Form1")
-        self.session.keys("esc")
-        self.session.driver.call("wait-menu", 5000, "gone")
+        self.session.close_menu()
         self.main.choose_row("ListView1", "Corvanti-Garden")
 
     def dial(self, password):

@@ -99,6 +99,7 @@ class Desk(e2e.Case):
     """What the classes below have in common. Every test begins with fresh files and a program just started."""
 
     scenario = "pace 50\ntimeout 3000\njournal on\n"
+    slow = "pace 500\ntimeout 5000\njournal on\n"  # for what must be seen or done while it dials
     fresh = False
 
     @classmethod

@@ -19,6 +19,7 @@ class Dialing(Desk):
                               env=self.session.environment, timeout=20).stdout
 
     def test_connect_and_hang_up(self):
+        self.begin(self.slow)
         self.open_prompt()
         self.assert_laid_out("Form4")
         self.sign_in()
@@ -113,7 +114,7 @@ class Dialing(Desk):
                 self.assertNotIn(b"wrong-secret", file.read(), name)
 
     def test_cancel_while_it_dials(self):
-        self.begin("pace 300\ntimeout 3000\njournal on\n")
+        self.begin(self.slow)
         self.dial()
         self.status.wait_text("Label1", "Connecting device...")
         self.status.click("Command1")
@@ -127,7 +128,7 @@ class Dialing(Desk):
         self.wait_connected()
 
     def test_the_cable_is_pulled_while_it_dials(self):
-        self.begin("pace 200\ntimeout 3000\njournal on\n")
+        self.begin(self.slow)
         self.dial()
         self.status.wait_text("Label1", "Device connected...")
         self.unplug("COM5", "nokia")
@@ -216,7 +217,7 @@ class Dialing(Desk):
         self.assertEqual(len(self.journal("dial")), 1)
 
     def test_windows_that_a_dial_took_away_while_minimised_stay_away(self):
-        self.begin("pace 200\ntimeout 3000\njournal on\n")
+        self.begin(self.slow)
         self.dial()
         self.status.wait_text("Label1", "Port opened...")
         self.main.click("Label6")
@@ -226,7 +227,7 @@ class Dialing(Desk):
         self.stays(lambda: self.visible() == ["Form1"])
 
     def test_the_program_ends_while_it_dials(self):
-        self.begin("pace 400\ntimeout 3000\njournal on\n")
+        self.begin(self.slow)
         self.dial()
         self.status.wait_text("Label1", "Port opened...")
         self.main.click("Label3")
@@ -245,7 +246,7 @@ class Dialing(Desk):
         self.stays(lambda: self.program.alive and self.visible() == ["Form1"], 0.2)
 
     def test_a_dial_goes_on_when_its_window_is_closed(self):
-        self.begin("pace 150\ntimeout 3000\njournal on\n")
+        self.begin(self.slow)
         self.dial()
         self.status.wait_text("Label1", "Port opened...")
         self.status.wait("foreground")

@@ -4,7 +4,6 @@ They go to build/screens/gallery/; with --sheet the usual ones at 96 dots an inc
 docs/contact_sheet.png. Start it with scripts/gallery.sh.
 """
 
-import contextlib
 import os
 import shutil
 import subprocess
@@ -147,11 +146,7 @@ class Gallery:
         self.main.choose_row("ListView1", 1, "right")
         self.session.wait_menu()
         self.shoot("menu", self.main, *self.popups("#32768"))
-        for _ in range(3):  # a stroke may come before the menu takes the keyboard
-            self.session.keys("esc")
-            with contextlib.suppress(e2e.Failure):
-                self.session.driver.call("wait-menu", 2000, "gone")
-                break
+        self.session.close_menu()
         self.main.choose_row("ListView1", 0)
         self.forms()
         self.limit_and_dial()

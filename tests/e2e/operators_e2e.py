@@ -269,9 +269,7 @@ class Picking(Operators):
         self.boxes.click("Command2")
         self.boxes.wait("gone")
         self.picker.choose_row("ListView2", 0, "right")
-        self.session.wait_menu()
-        self.session.keys("esc")
-        self.session.driver.call("wait-menu", 5000, "gone")
+        self.session.close_menu()
         self.stays(lambda: self.visible() == ["Form1", "Form2", "Form3"])
 
     def test_by_keyboard_alone(self):

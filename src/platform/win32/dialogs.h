@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/dialogs.h"
-#include "platform/win32/form_window.h"
+#include "platform/win32/form_screen.h"
 
 namespace pelvaro::win32 {
 

@@ -6,7 +6,6 @@
 
 #include "platform/win32/button_window.h"
 #include "platform/win32/control_names.h"
-#include "platform/win32/monitor.h"
 #include "platform/win32/paint.h"
 #include "platform/win32/resource_ids.h"
 
@@ -15,7 +14,6 @@ namespace pelvaro::win32 {
 namespace {
 
 constexpr DWORD kStyle = WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU;
-constexpr int kGap = 8;  // between windows that would cover each other, at 96 dpi
 constexpr int kWidestTip = 480;
 
 MouseButton heldButton(WPARAM keys) {
@@ -53,40 +51,6 @@ class WindowTimer : public TimerPeer {
   FormWindow& form_;
   UINT_PTR identifier_;
 };
-
-std::shared_ptr<FormPeer> FormScreen::createForm(const FormLayout& layout, FormEvents& events) {
-  auto form = std::make_shared<FormWindow>(*this, layout, events);
-  forms_.push_back(form.get());
-  return form;
-}
-
-HWND FormScreen::mainWindow() const { return forms_.empty() ? nullptr : forms_.front()->window(); }
-
-HWND FormScreen::activeWindow() const {
-  const HWND active = ::GetActiveWindow();
-  for (const FormWindow* form : forms_) {
-    if (form->window() == active && ::IsWindowVisible(active)) return active;
-  }
-  const HWND main = mainWindow();
-  return main && ::IsWindowVisible(main) ? main : nullptr;
-}
-
-std::vector<HWND> FormScreen::disableOthers(HWND except) {
-  std::vector<HWND> disabled;
-  for (const FormWindow* form : forms_) {
-    const HWND window = form->window();
-    if (window == except || !::IsWindowVisible(window) || !::IsWindowEnabled(window)) continue;
-    ::EnableWindow(window, FALSE);
-    disabled.push_back(window);
-  }
-  return disabled;
-}
-
-void FormScreen::enable(const std::vector<HWND>& windows) {
-  for (const HWND window : windows) ::EnableWindow(window, TRUE);
-}
-
-void FormScreen::forget(FormWindow* form) { std::erase(forms_, form); }
 
 FormWindow::FormWindow(FormScreen& screen, const FormLayout& layout, FormEvents& events)
     : screen_(screen), layout_(layout), events_(events) {
@@ -168,35 +132,6 @@ HWND FormWindow::child(const char* name) const {
   return nullptr;
 }
 
-// Over the middle of the main form, and below other forms that it would cover.
-void FormWindow::placeFirst() {
-  if (placed_) return;
-  placed_ = true;
-  RECT own{};
-  ::GetWindowRect(window_, &own);
-  const int width = static_cast<int>(own.right - own.left);
-  const int height = static_cast<int>(own.bottom - own.top);
-  const HWND main = screen_.mainWindow();
-  const RECT work = monitorOf(main).rcWork;
-  RECT around = work;
-  if (::IsWindowVisible(main) && !::IsIconic(main)) ::GetWindowRect(main, &around);
-  int left = static_cast<int>(around.left + around.right - width) / 2;
-  int top = static_cast<int>(around.top + around.bottom - height) / 2;
-  for (const FormWindow* other : screen_.forms()) {
-    if (other == this || other->window() == main || !::IsWindowVisible(other->window())) continue;
-    RECT taken{};
-    ::GetWindowRect(other->window(), &taken);
-    const RECT wanted{left, top, left + width, top + height};
-    RECT common{};
-    const int below = static_cast<int>(taken.bottom) + screen_.metrics().scaled(kGap);
-    // Where there is no room below it stays over the middle.
-    if (::IntersectRect(&common, &taken, &wanted) && below + height <= work.bottom) top = below;
-  }
-  left = std::max<int>(work.left, std::min<int>(left, work.right - width));
-  top = std::max<int>(work.top, std::min<int>(top, work.bottom - height));
-  ::SetWindowPos(window_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 void FormWindow::show(bool modal) {
   placeFirst();
   if (!shown_) before_ = screen_.activeWindow();
@@ -239,12 +174,6 @@ void FormWindow::tellControls(bool shown) {
   for (const auto& [window, name] : children_) ::SendMessageA(window, kFormShown, shown, 0);
 }
 
-void FormWindow::moveBy(int dx, int dy) {
-  RECT own{};
-  ::GetWindowRect(window_, &own);
-  ::SetWindowPos(window_, nullptr, own.left + dx, own.top + dy, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 void FormWindow::setPointer(Pointer pointer) {
   pointer_ = pointer == Pointer::hourglass ? ::LoadCursorA(nullptr, IDC_WAIT) : nullptr;
   // A pointer that rests over the form is shown anew only when it is asked for.
@@ -253,31 +182,6 @@ void FormWindow::setPointer(Pointer pointer) {
   if (const HWND under = ::WindowFromPoint(place); under == window_ || ::IsChild(window_, under)) {
     ::PostMessageA(under, WM_SETCURSOR, reinterpret_cast<WPARAM>(under), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
   }
-}
-
-Place FormWindow::place() {
-  RECT own{};
-  ::GetWindowRect(window_, &own);
-  if (!::IsIconic(window_)) return {static_cast<int>(own.left), static_cast<int>(own.top)};
-  WINDOWPLACEMENT placement{};
-  placement.length = sizeof placement;
-  ::GetWindowPlacement(window_, &placement);
-  // Which is counted from the corner of the work area.
-  const MONITORINFO monitor = monitorOf(window_);
-  return {static_cast<int>(placement.rcNormalPosition.left + monitor.rcWork.left - monitor.rcMonitor.left),
-          static_cast<int>(placement.rcNormalPosition.top + monitor.rcWork.top - monitor.rcMonitor.top)};
-}
-
-void FormWindow::moveTo(Place place) {
-  RECT own{};
-  ::GetWindowRect(window_, &own);
-  const int width = static_cast<int>(own.right - own.left), height = static_cast<int>(own.bottom - own.top);
-  const RECT wanted{place.left, place.top, place.left + width, place.top + height};
-  const RECT work = monitorOf(wanted).rcWork;
-  const int left = std::max<int>(work.left, std::min<int>(place.left, work.right - width));
-  const int top = std::max<int>(work.top, std::min<int>(place.top, work.bottom - height));
-  ::SetWindowPos(window_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  placed_ = true;
 }
 
 void FormWindow::minimise() { ::ShowWindow(window_, SW_MINIMIZE); }

@@ -9,7 +9,7 @@
 #include "platform/win32/environment.h"
 #include "platform/win32/event_loop.h"
 #include "platform/win32/files.h"
-#include "platform/win32/form_window.h"
+#include "platform/win32/form_screen.h"
 #include "platform/win32/interface_table.h"
 #include "platform/win32/processes.h"
 #include "platform/win32/random_source.h"
