@@ -3,11 +3,12 @@
 
     tools/mutants.py [--seed N] [--skip N] [--most N] [FOLDER...]    folders under src/; all five of the rules without names
 
-Works on a copy of the sources in build/mutants. A change that does not compile does not count. Prints every change that
-no test noticed, and the share of those that one did; ends with 1 when that is below nine in ten.
+Works on copies of the sources in build/mutants, one a processor. A change that does not compile does not count. Prints
+every change that no test noticed, and the share of those that one did; ends with 1 when that is below nine in ten.
 """
 
 import argparse
+import multiprocessing
 import os
 import random
 import re
@@ -18,7 +19,6 @@ import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 WORK = os.path.join(ROOT, "build", "mutants")
-TREE, BUILD = os.path.join(WORK, "tree"), os.path.join(WORK, "build")
 STORIES = ("stories_test", "--gtest_filter=-*AWeek*:*Random*:LongRun*")  # without those that take long
 FOLDERS = ("phonebook", "monitor", "operators", "devices", "drivers")
 
@@ -43,8 +43,9 @@ def code_lines(path):
 
 
 def mutants(folder):
+    """The changes of a folder: folder, file, number of the line from 0, the line, and what it becomes."""
     found = []
-    directory = os.path.join(TREE, "src", folder)
+    directory = os.path.join(ROOT, "src", folder)
     for name in sorted(os.listdir(directory)):
         if not name.endswith(".cpp") or name.endswith("_test.cpp"):
             continue
@@ -57,13 +58,8 @@ def mutants(folder):
                     changed = line[:match.start()] + match.expand(becomes) + line[match.end():] if isinstance(
                         becomes, str) else line[:match.start()] + becomes(match) + line[match.end():]
                     if changed != line:
-                        found.append((folder, os.path.join(directory, name), number, line, changed))
+                        found.append((folder, os.path.join("src", folder, name), number, line, changed))
     return found
-
-
-def build(target):
-    return subprocess.run(["cmake", "--build", BUILD, "--target", target], stdout=subprocess.DEVNULL,
-                          stderr=subprocess.DEVNULL).returncode == 0
 
 
 def limit_time():
@@ -71,33 +67,70 @@ def limit_time():
     resource.setrlimit(resource.RLIMIT_CPU, (60, 60))
 
 
-def noticed(target, *arguments):
-    program = next(os.path.join(d, target) for d, _, files in os.walk(BUILD) if target in files)
-    try:
-        return subprocess.run([program, "--gtest_brief=1", *arguments], stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL, stdin=subprocess.DEVNULL, timeout=900,
-                              cwd=os.path.dirname(program), preexec_fn=limit_time).returncode != 0
-    except subprocess.TimeoutExpired:
-        return True
+class Copy:
+    """A copy of the sources, and what is built of it."""
 
+    def __init__(self, number):
+        self.tree, self.build_folder = (os.path.join(WORK, part + str(number)) for part in ("tree", "build"))
+        shutil.rmtree(self.tree, ignore_errors=True)
+        for name in subprocess.run(["git", "ls-files"], cwd=ROOT, stdout=subprocess.PIPE, check=True,
+                                   text=True).stdout.split("\n"):
+            if name and os.path.isfile(os.path.join(ROOT, name)):
+                os.makedirs(os.path.dirname(os.path.join(self.tree, name)), exist_ok=True)
+                shutil.copy(os.path.join(ROOT, name), os.path.join(self.tree, name))
+        subprocess.run(["cmake", "-S", self.tree, "-B", self.build_folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
+                        "-DCMAKE_CXX_FLAGS=-O0 -g0 -Wno-error"], stdout=subprocess.DEVNULL, check=True)
 
-def tried(folder, path, number, line, changed):
-    """True, False, or None for a change that does not compile."""
-    lines = open(path, encoding="utf-8").read().split("\n")
-    before = lines[number]
-    lines[number] = changed
-    with open(path, "w", encoding="utf-8") as file:
-        file.write("\n".join(lines))
-    try:
-        if not build(folder + "_test"):
-            return None
-        if noticed(folder + "_test"):
+    def build(self, target):
+        return subprocess.run(["cmake", "--build", self.build_folder, "--target", target], stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL).returncode == 0
+
+    def noticed(self, target, *arguments):
+        program = next(os.path.join(d, target) for d, _, files in os.walk(self.build_folder) if target in files)
+        try:
+            return subprocess.run([program, "--gtest_brief=1", *arguments], stdout=subprocess.DEVNULL,
+                                  stderr=subprocess.DEVNULL, stdin=subprocess.DEVNULL, timeout=900,
+                                  cwd=os.path.dirname(program), preexec_fn=limit_time).returncode != 0
+        except subprocess.TimeoutExpired:
             return True
-        return build("stories_test") and noticed(*STORIES)
-    finally:
-        lines[number] = before
-        with open(path, "w", encoding="utf-8") as file:
+
+    def check(self, folders):
+        """The tests pass as they are; a text that says which do not."""
+        for folder in folders:
+            if not self.build(folder + "_test") or self.noticed(folder + "_test"):
+                return "the tests of %s fail as they are" % folder
+        return "" if self.build("stories_test") and not self.noticed(*STORIES) else "the stories fail as they are"
+
+    def tried(self, folder, path, number, line, changed):
+        """True, False, or None for a change that does not compile."""
+        file_path = os.path.join(self.tree, path)
+        text = open(file_path, encoding="utf-8").read()
+        lines = text.split("\n")
+        lines[number] = changed
+        with open(file_path, "w", encoding="utf-8") as file:
             file.write("\n".join(lines))
+        try:
+            if not self.build(folder + "_test"):
+                return None
+            if self.noticed(folder + "_test"):
+                return True
+            return self.build("stories_test") and self.noticed(*STORIES)
+        finally:
+            with open(file_path, "w", encoding="utf-8") as file:
+                file.write(text)
+
+
+def work(number, folders, changes, outcomes):
+    """One process: tries what it finds in a queue, until None; a text instead of an outcome says why it cannot."""
+    try:
+        copy = Copy(number)
+        wrong = copy.check(folders)
+        if wrong:
+            raise RuntimeError(wrong)
+        for change in iter(changes.get, None):
+            outcomes.put((change, copy.tried(*change)))
+    except Exception as failure:  # whatever it is: somebody waits for an outcome
+        outcomes.put((None, str(failure)))
 
 
 def main():
@@ -107,33 +140,29 @@ def main():
     parser.add_argument("--most", type=int, default=200, help="changes tried in all")
     parser.add_argument("folders", nargs="*", default=list(FOLDERS))
     options = parser.parse_args()
-    shutil.rmtree(TREE, ignore_errors=True)
-    for name in subprocess.run(["git", "ls-files"], cwd=ROOT, stdout=subprocess.PIPE, check=True,
-                               text=True).stdout.split("\n"):
-        if name and os.path.isfile(os.path.join(ROOT, name)):
-            os.makedirs(os.path.dirname(os.path.join(TREE, name)), exist_ok=True)
-            shutil.copy(os.path.join(ROOT, name), os.path.join(TREE, name))
-    subprocess.run(["cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
-                    "-DCMAKE_CXX_FLAGS=-O0 -g0 -Wno-error"], stdout=subprocess.DEVNULL, check=True)
-    for folder in options.folders:
-        if not build(folder + "_test") or noticed(folder + "_test"):
-            sys.exit("the tests of %s fail as they are" % folder)
-    if not build("stories_test") or noticed(*STORIES):
-        sys.exit("the stories fail as they are")
     chosen = [m for folder in options.folders for m in mutants(folder)]
     whole = len(chosen)
     random.Random(options.seed).shuffle(chosen)
+    chosen = chosen[options.skip:options.skip + options.most]
+    changes, outcomes = multiprocessing.Queue(), multiprocessing.Queue()
+    workers = os.cpu_count()
+    for change in chosen + [None] * workers:
+        changes.put(change)
+    for number in range(workers):
+        multiprocessing.Process(target=work, args=(number, options.folders, changes, outcomes), daemon=True).start()
     counts = {folder: [0, 0] for folder in options.folders}
-    for number, mutant in enumerate(chosen[options.skip:options.skip + options.most], options.skip + 1):
-        outcome = tried(*mutant)
+    for number in range(options.skip + 1, options.skip + 1 + len(chosen)):
+        change, outcome = outcomes.get()
+        if change is None:
+            sys.exit(outcome)
         if number % 50 == 0:
             print("%d of %d tried" % (number, whole), flush=True)
         if outcome is None:
             continue
-        counts[mutant[0]][outcome] += 1
+        folder, path, line, before, after = change
+        counts[folder][outcome] += 1
         if not outcome:
-            print("%s:%d\n  - %s\n  + %s" % (os.path.relpath(mutant[1], TREE), mutant[2] + 1, mutant[3].strip(),
-                                             mutant[4].strip()), flush=True)
+            print("%s:%d\n  - %s\n  + %s" % (path, line + 1, before.strip(), after.strip()), flush=True)
     for folder, (missed, seen) in counts.items():
         print("%s: %d of %d noticed" % (folder, seen, seen + missed))
     missed, seen = (sum(c[i] for c in counts.values()) for i in (0, 1))

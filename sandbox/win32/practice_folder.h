@@ -3,7 +3,6 @@
 
 #include <windows.h>
 
-#include <cstdio>
 #include <string>
 
 namespace pelvaro::line {
@@ -14,12 +13,15 @@ inline std::string practiceFolder() {
   return length > 0 && length < sizeof folder ? std::string(folder, length) : "C:\\practice";
 }
 
-// Adds a line to a file.
+// Adds a line to a file, which other programs may do at the same moment: the system itself looks for its end.
 inline void append(const std::string& path, const std::string& line) {
-  if (std::FILE* file = std::fopen(path.c_str(), "ab")) {
-    std::fprintf(file, "%s\r\n", line.c_str());
-    std::fclose(file);
-  }
+  const HANDLE file = ::CreateFileA(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return;
+  const std::string ended = line + "\r\n";
+  DWORD written = 0;
+  ::WriteFile(file, ended.data(), static_cast<DWORD>(ended.size()), &written, nullptr);
+  ::CloseHandle(file);
 }
 
 // Shared by all programs that use the phonebook's file.

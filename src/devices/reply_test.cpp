@@ -148,7 +148,9 @@ TEST(Flood, WithoutALineEndKeepsOnlyItsEnd) {
 
 TEST(Flood, OfALineTwiceTheBoundTheLastBytesAreKept) {
   Reply reply;
-  reply.append("a" + std::string(131072, 'x'));
+  reply.append("a" + std::string(131071, 'x'));
+  EXPECT_EQ(reply.manufacturerLine().size(), 131072u);
+  reply.append("x");
   EXPECT_EQ(reply.manufacturerLine(), std::string(65536, 'x'));
 }
 

@@ -160,6 +160,17 @@ TEST(Traffic, ASizeBelowOneOrBeyondAllReasonIsAFailure) {
   }
 }
 
+TEST(Traffic, AnySizeUpTo16MegabytesIsAskedFor) {
+  NoSize table;
+  Traffic traffic(table);
+  for (const std::uint32_t size : {1u, 16u << 20}) {
+    table.size = size;
+    table.fills = 0;
+    traffic.update(false, kEnglish);
+    EXPECT_EQ(table.fills, 1) << size;
+  }
+}
+
 TEST_F(TrafficTest, ACountBeyondTheTableIsCutAtItsEnd) {
   table.rows = {{24, 1, 1}, {23, 1, 1}};
   table.claimedRows = 0xFFFFFFFF;

@@ -37,7 +37,10 @@ TEST(CheckList, FindsNothingInAGoodList) {
   EXPECT_EQ(faultsOfLine("\2" + pairs() + "\0"s), Faults());
 }
 
-TEST(CheckList, MissesTheHeaderOfAnEmptyFile) { EXPECT_EQ(faultsOf(""), Faults{"1 the header is missing"}); }
+TEST(CheckList, MissesTheHeaderOfAnEmptyFile) {
+  EXPECT_EQ(faultsOf(""), Faults{"1 the header is missing"});
+  EXPECT_EQ(checkList("", [](auto...) {}), 0u) << "records";
+}
 
 TEST(CheckList, NamesALastLineThatIsNotEnded) {
   EXPECT_EQ(faultsOf(scrambled(kGood) + "\2" + pairs() + "\0"s), Faults{"2 not ended by CR LF"});
@@ -65,11 +68,16 @@ TEST(CheckList, NamesKeysThatNobodyDraws) {
             Faults{"2 the key characters are 11 and 9, not 0 to 10 and 0 to 5"});
   EXPECT_EQ(faultsOfLine("\x04" + pairs() + "\x06"),
             Faults{"2 the key characters are 4 and 6, not 0 to 10 and 0 to 5"});
+  EXPECT_EQ(faultsOfLine("\x0A"
+                         "F010101010101010101010\x05"),
+            Faults())
+      << "the largest ones";
 }
 
 TEST(CheckList, NamesWhatIsLeftOutWithoutAWord) {
   EXPECT_EQ(faultsOfLine("\2  " + pairs() + "\0"s), Faults{"2 blanks around the scrambled text are not read"});
   EXPECT_EQ(faultsOfLine("\2" + pairs() + "xxyy\0"s), Faults{"2 characters without a marker are lost: 2"});
+  EXPECT_EQ(faultsOfLine("\2" + pairs() + "xx\0"s), Faults{"2 characters without a marker are lost: 1"});
   EXPECT_EQ(faultsOfLine("\2" + pairs() + "x\0"s),
             Faults{"2 one character too many at the end, or the line is out of step"});
 }

@@ -119,6 +119,16 @@ TEST(Scramble, DrawsTheKeysAgainForATabAtADistanceOf9) {
   EXPECT_EQ(random.drawn, 6);
 }
 
+TEST(AppendScrambled, LeavesWhatIsThereAlsoWhenItDrawsTheKeysAgain) {
+  fake::FakeRandom random;
+  random.planted = {0.9, 0, 0.8, 0};
+  std::string lines = "a line\r\n";
+  appendScrambled("a\tb", random, lines);
+  EXPECT_EQ(lines,
+            "a line\r\n\x08i3\x11"
+            "3j3\0"s);
+}
+
 TEST(Scramble, DrawsTheKeysAgainForATextWhoseFirstCharacterWouldBecomeABlank) {
   EXPECT_EQ(Unscramble(scrambledOnlyWith(4, 4, " x")), "") << "what would come of it";
   EXPECT_EQ(Unscramble(scrambledWith(4, 4, " x")), " x");

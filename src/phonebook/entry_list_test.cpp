@@ -86,6 +86,20 @@ TEST_F(EntryList, AServiceThatNamesAnAbsurdSizeIsNotAskedAgain) {
   EXPECT_EQ(journal.lines().size(), 1u);
 }
 
+TEST_F(EntryList, AListOf16MegabytesIsBelieved) {
+  for (const std::uint32_t size : {16u << 20, (16u << 20) + 1}) {
+    std::vector<std::uint32_t> given;
+    ras.onEnumEntries = [&](void*, std::uint32_t* bytes, std::uint32_t*) {
+      given.push_back(*bytes);
+      *bytes = size;
+      return given.size() == 1 ? 603u : 1u;
+    };
+    listEntries(ras);
+    const std::vector<std::uint32_t> once{264 * 256}, twice{264 * 256, 16 << 20};
+    EXPECT_EQ(given, size == 16 << 20 ? twice : once);
+  }
+}
+
 TEST_F(EntryList, AServiceThatWantsTheSizeItWasGivenIsNotAskedAgain) {
   ras.onEnumEntries = [](auto...) { return 603u; };
   EXPECT_TRUE(listEntries(ras).empty());

@@ -156,17 +156,19 @@ class Access(editor_e2e.Editor):
         self.leave(self.boxes)
         self.leave(self.picker)
         self.leave(self.editor, "alt+f4")
+        self.main.wait("foreground")
         self.main.focus_with_tab("Image3")
         self.session.keys("enter")
         self.limits.wait("foreground")
+        self.wait_focus("Option1")
         self.leave(self.limits, "alt+f4")
         self.assertTrue(self.program.alive)
 
     def assert_tooltip(self, form, control):
         form.hover(control)
-        self.session.driver.call("wait-tooltip", 3000)
+        self.session.driver.call("wait-tooltip", 5000)
         self.session.point(5, 5)
-        self.session.driver.call("wait-tooltip", 3000, "gone")
+        self.session.driver.call("wait-tooltip", 5000, "gone")
 
     def test_tooltips_of_picture_buttons_and_of_texts_that_are_cut(self):
         self.main.choose_row("ListView1", OFFICE)

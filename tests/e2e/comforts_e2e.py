@@ -32,7 +32,7 @@ class Comforts(Desk):
     def test_it_opens_where_it_was_left(self):
         left, top = self.corner()
         self.main.drag("Label8", -60, 40)
-        e2e.wait_for(lambda: self.corner() == (left - 60, top + 40), 3, "the window is moved")
+        e2e.wait_for(lambda: self.corner() == (left - 60, top + 40), 5, "the window is moved")
         self.leave_and_start()
         self.assertEqual(self.corner(), (left - 60, top + 40))
         code, settings = self.wine("reg", "query", "HKCU\\Software\\Pelvaro\\Setting")
@@ -66,6 +66,7 @@ class Comforts(Desk):
     def test_a_second_start_finds_the_box_that_is_open(self):
         self.main.click("Image3")
         self.window("Form6").wait("foreground")
+        self.wait_focus("Option1")
         self.session.keys("enter")  # nothing is typed: a complaint
         self.session.wait_box()
         code, _ = self.wine(self.exe)
@@ -75,6 +76,7 @@ class Comforts(Desk):
     def test_double_click_and_enter_open_the_prompt(self):
         self.main.choose_row("ListView1", HOME, "double")
         self.prompt.wait("foreground")
+        self.wait_focus("Text1")
         self.session.keys("esc")
         self.prompt.wait("gone")
         self.main.wait("foreground")
@@ -113,6 +115,7 @@ class WithoutManual(Desk):
         self.main.wait("foreground")
         self.main.click("Image1")
         self.window("Form2").wait("foreground")
+        self.wait_focus("Text1")
         self.session.keys("f1")  # in a text box
         self.session.answer_box(e2e.OK)
 

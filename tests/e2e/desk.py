@@ -1,6 +1,7 @@
 """What the driven tests of the program share: its windows as they are laid out, the files of the practice line, and a
 user's habits at it."""
 
+import contextlib
 import os
 import subprocess
 
@@ -127,6 +128,7 @@ class Desk(e2e.Case):
 
     def hold_windows(self):
         self.main = self.window("Form1").wait("foreground")
+        self.wait_focus("ListView1")
         self.prompt, self.status, self.splash = map(self.window, ("Form4", "frmStatus", "Form5"))
 
     def begin(self, scenario=None, book=None):
@@ -135,7 +137,8 @@ class Desk(e2e.Case):
             self.program.stop()
         folder = self.session.path("C:\\practice")
         for name in os.listdir(folder):
-            os.remove(os.path.join(folder, name))
+            with contextlib.suppress(FileNotFoundError):  # a practice program that still runs may rename one
+                os.remove(os.path.join(folder, name))
         self.write("scenario.txt", scenario or self.scenario)
         if book:
             self.write("phonebook.txt", book)
@@ -147,7 +150,7 @@ class Desk(e2e.Case):
     def phones_do(self, line, answer):
         before = self.session.phones.log().count(answer)
         self.session.tell_phones(line)
-        e2e.wait_for(lambda: self.session.phones.log().count(answer) > before, 5, "the phones say " + answer)
+        e2e.wait_for(lambda: self.session.phones.log().count(answer) > before, 10, "the phones say " + answer)
 
     def unplug(self, port, phone):
         self.phones_do("unplug " + port, port + " unplugged")
@@ -167,7 +170,7 @@ class Desk(e2e.Case):
         return self.session.driver.call("focus")["focusControl"]
 
     def wait_focus(self, control):
-        e2e.wait_for(lambda: self.focus() == control, 5, lambda: "%s has the focus, not %s" % (self.focus(), control))
+        e2e.wait_for(lambda: self.focus() == control, 10, lambda: "%s has the focus, not %s" % (self.focus(), control))
 
     def tab_to(self, *controls):
         for control in controls:
@@ -198,7 +201,7 @@ class Desk(e2e.Case):
         self.wait_connected()
 
     def wait_connected(self):
-        self.main.wait_text("statuslbl", CONNECTED)
+        self.main.wait_text("statuslbl", CONNECTED, 20)
         self.main.wait_text("Image2", "Hang Up")
         for dialog in (self.status, self.prompt):
             dialog.wait("hidden")
@@ -218,7 +221,7 @@ class Desk(e2e.Case):
         return sorted(w["class"][len("Pelvaro."):] for w in self.session.windows() if w["visible"])
 
     def wait_visible(self, *names):
-        e2e.wait_for(lambda: self.visible() == sorted(names), 5, lambda: "%r are seen" % self.visible())
+        e2e.wait_for(lambda: self.visible() == sorted(names), 10, lambda: "%r are seen" % self.visible())
 
     def stays(self, condition, seconds=0.4):
         """Nothing happens: the condition is true all the time."""
@@ -237,7 +240,7 @@ class Desk(e2e.Case):
                     seen.append(text)
             return finished
 
-        e2e.wait_for(look, 10, lambda: "the end of the dial; so far %r" % seen)
+        e2e.wait_for(look, 30, lambda: "the end of the dial; so far %r" % seen)
         return seen
 
     def journal(self, *verbs):
@@ -246,7 +249,7 @@ class Desk(e2e.Case):
         return [line for line in lines if not verbs or line.split()[0] in verbs]
 
     def wait_ended(self, code=0):
-        e2e.wait_for(lambda: not self.program.alive, 5, "the program ends")
+        e2e.wait_for(lambda: not self.program.alive, 20, "the program ends")
         self.assertEqual(self.program.process.returncode, code)
 
     def assert_laid_out(self, name, texts=None):

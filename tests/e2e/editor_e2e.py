@@ -1,5 +1,7 @@
 """The connection editor: adding, modifying and renaming connections, and asking the phones which modem they are."""
 
+import contextlib
+import os
 import unittest
 
 import desk
@@ -79,7 +81,7 @@ class Editing(Editor):
         self.add()
         self.assert_laid_out("Form2")
         self.assertEqual(self.visible(), ["Form1", "Form2"])
-        self.assertEqual(self.focus(), "Text1")
+        self.wait_focus("Text1")
         self.editor.wait_control("Command1", "disabled")
         self.assertEqual(self.editor.combo("Combo3")["items"], ["USB", "Bluetooth"])
         self.assertEqual(self.devices(), [NOKIA, SAMSUNG])
@@ -167,6 +169,9 @@ class Editing(Editor):
         self.editor.choose("Combo3", "USB")
         for control in CABLE_ONLY:
             self.editor.wait_control(control, "visible")
+        # The applet has ended, too: a late one would add its usual modem to the next test's phonebook.
+        programs = self.session.path("C:\\practice\\programs.txt")
+        e2e.wait_for(lambda: os.path.exists(programs) and "ended |" in self.read("programs.txt"), 20, "the applet ends")
 
     def test_without_a_phone_and_with_one_that_comes(self):
         self.unplug("COM5", "nokia")
@@ -178,6 +183,7 @@ class Editing(Editor):
         self.editor.enter("Text1", "Garden")
         self.editor.enter("Text2", "*99#")
         self.editor.enter("Text3", "internet")
+        self.editor.wait_control("Command1", "disabled")  # at the first tick
         self.stays(lambda: not self.editor.control("Command1")["enabled"])
         self.phones_do("plug COM16 samsung", "COM16 plugged")
         self.addCleanup(self.phones_do, "unplug COM16", "COM16 unplugged")
@@ -188,7 +194,7 @@ class Editing(Editor):
         self.editor.wait_control("Command1", "enabled")
 
     def test_a_modem_that_is_added_meanwhile_is_found(self):
-        self.write("installers.txt", "applet takes 600\napplet adds COM9 A Third Modem\n")
+        self.write("installers.txt", "applet takes 3000\napplet adds COM9 A Third Modem\n")  # so long it is looked at
         self.add()
         self.editor.click("Command4")
         e2e.wait_for(lambda: self.editor.text("Combo1") == "", 5, "the list is being rebuilt")
@@ -203,8 +209,12 @@ class Editing(Editor):
         self.add()
         asked = lambda: self.session.phones.log().count("COM3 > AT+cgmi")
         before = asked()
-        self.editor.click("Check1")
-        e2e.wait_for(lambda: asked() > before, 5, "the phone is asked who made it")  # and says nothing but an echo
+        for _ in range(3):  # a phone that is kept from its first answer for a quarter of a second is passed over
+            self.editor.click("Check1")
+            with contextlib.suppress(e2e.Failure):
+                return e2e.wait_for(lambda: asked() > before, 5, "the question")  # which gets nothing but an echo
+            self.editor.click("Check1")
+        self.fail("the phone is not asked who made it")
 
     def test_the_window_lives_while_a_phone_is_waited_for_and_cancel_ends_it(self):
         self.silent_phone()
@@ -269,6 +279,7 @@ class Editing(Editor):
         self.editor.pick("Combo1", SAMSUNG)
         self.editor.push("Command1")
         self.editor.wait("hidden")
+        self.wait_entries(OFFICE, HOME, WORK, "Corvanti-Garden")
         self.edit("Corvanti-Garden")
         self.editor.wait_text("Combo1", SAMSUNG)
 

@@ -100,14 +100,19 @@ class Installer(e2e.Case):
         """As the system's list of programs does, waiting until the copy that does the work has ended."""
         folder = folder or self.folder
         self.assertEqual(self.finish(self.session.run(os.path.join(folder, "uninstall.exe"), "/S", *words)), 0)
-        e2e.wait_for(lambda: not os.path.exists(os.path.join(folder, "uninstall.exe")), 10, "it is uninstalled")
-        e2e.wait_for(lambda: not self.values("HKCU\\" + UNINSTALL) and not self.values("HKLM\\" + UNINSTALL), 10,
+        e2e.wait_for(lambda: not os.path.exists(os.path.join(folder, "uninstall.exe")), 30, "it is uninstalled")
+        e2e.wait_for(lambda: not self.values("HKCU\\" + UNINSTALL) and not self.values("HKLM\\" + UNINSTALL), 30,
                      "the entry in the list of programs is gone")
 
     def start(self, folder=None):
         program = self.session.run(os.path.join(folder or self.folder, "pelvaro.exe"))
-        self.main.wait("visible", 20)
+        self.wait_started()
         return program
+
+    def wait_started(self):
+        """The program is seen and answers: it will not come in front of a window that is opened after this."""
+        self.main.wait("visible", 20)
+        self.main.wait_text("Label8", "Pelvaro")
 
     def end(self, program):
         self.main.close()
@@ -145,7 +150,7 @@ class Installer(e2e.Case):
             with contextlib.suppress(e2e.Failure):  # it is busy, or gives way to the next one
                 return any(fits(w) for w in self.session.windows("#32770") if w["visible"] and w["enabled"])
 
-        e2e.wait_for(there, 10, lambda: "%r on a page of the setup: %r" % (button, seen))
+        e2e.wait_for(there, 30, lambda: "%r on a page of the setup: %r" % (button, seen))
 
     # Without a question.
     def test_it_installs_for_the_user_and_starts(self):
@@ -271,7 +276,7 @@ class Installer(e2e.Case):
         self.step("Install", "2-folder", "enter")
         self.step("Finish", "3-done", "enter")
         self.assertEqual(self.finish(setup), 0)
-        self.main.wait("visible", 20)  # started by the last page
+        self.wait_started()  # by the last page
         self.assertEqual(sorted(os.listdir(self.folder)), INSTALLED)
 
         again = self.session.run(SETUP)

@@ -52,7 +52,7 @@ class Use(operators_e2e.Operators):
     def setUp(self):
         super().setUp()
         self.counter = Resources(self.session)
-        self.rounds, self.drops, self.lags, self.errors, self.look = 0, 0, [], [], None
+        self.rounds, self.drops, self.lags, self.sure, self.errors, self.look = 0, 0, [], [], [], None
 
     def hold_windows(self):
         super().hold_windows()
@@ -71,22 +71,28 @@ class Use(operators_e2e.Operators):
         return (now + time.localtime(now).tm_gmtoff) % 86400
 
     def shown(self):
-        """The time shown at the moment when it changes, and the time of day then."""
+        """The time shown at the moment when it changes, and the times of day between which that was."""
+        since = self.clock()
         before = self.main.text("Label10")
 
         def changed():
-            text, now = self.main.text("Label10"), self.clock()
-            return (text, now) if text != before else None
+            nonlocal since
+            asked, text, now = self.clock(), self.main.text("Label10"), self.clock()
+            if text != before:
+                return text, now
+            since = asked
+            return None
 
         text, now = e2e.wait_for(changed, 10, "the time shown goes on from %r" % before)
         hours, minutes, seconds = map(int, text.split(":"))
-        return 3600 * hours + 60 * minutes + seconds, now
+        return 3600 * hours + 60 * minutes + seconds, since, now
 
     def look_at_time(self):
         """How far the time shown is behind the clock; and by how much more than the clock allows it has gone on since
         the last look, if it went on all the time."""
-        shown, now = self.shown()
-        self.lags.append((now - self.limit_set - shown + 43200) % 86400 - 43200)
+        shown, since, now = self.shown()
+        for lags, time_of_day in ((self.lags, now), (self.sure, since)):  # a busy machine looks late; that is no lag
+            lags.append((time_of_day - self.limit_set - shown + 43200) % 86400 - 43200)
         if self.look:
             seconds, passed = ((new - old) % 86400 for new, old in zip((shown, now), self.look))
             self.errors.append((1000 * (passed - seconds), seconds))
@@ -94,7 +100,7 @@ class Use(operators_e2e.Operators):
 
     def assert_in_time(self):
         self.assertGreaterEqual(min(self.lags), -0.05, "it is not ahead")
-        self.assertLessEqual(max(self.lags), LATEST)
+        self.assertLessEqual(max(self.sure), LATEST)
 
     # The user.
     def go_online(self):
@@ -107,10 +113,10 @@ class Use(operators_e2e.Operators):
     def begin_using(self):
         """Connected, with a time limit that is far away."""
         self.connect()
-        for _ in range(5):  # a machine that is busy may miss the second
+        for _ in range(20):  # a machine that is busy may miss the second
             if self.set_limit():
                 return
-        self.fail("the time limit is set within a second: not in 5 times")
+        self.fail("the time limit is set within a second: not in 20 times")
 
     def set_limit(self):
         """Sets the time limit; whether it is certain in which second that was."""

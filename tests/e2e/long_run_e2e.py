@@ -42,7 +42,7 @@ class Rounds(long_run.Use):
         for _ in range(2):
             self.use()
         after, objects = self.count(), lambda found: {name: found[name] for name in COUNTS}
-        for _ in range(3):  # what Wine keeps for later comes once, what is lost comes every time
+        for _ in range(5):  # what Wine keeps for later comes once, what is lost comes every time
             before = after
             for _ in range(2):
                 self.use()

@@ -28,7 +28,7 @@ class MainWindow(Desk):
         self.assertEqual([n for n in controls if not controls[n]["enabled"]], ["Image2"])
         self.assertEqual(self.main.list("ListView1"),
                          {"count": 3, "columns": 1, "selected": -1, "rows": [[OFFICE], [HOME], [WORK]]})
-        self.assertEqual(self.focus(), "ListView1")
+        self.wait_focus("ListView1")
         self.assertEqual(self.visible(), ["Form1"])
 
     def test_the_selected_row_is_drawn_from_edge_to_edge(self):
@@ -39,7 +39,7 @@ class MainWindow(Desk):
             for i in (0, 1):
                 top, bottom = self.session.driver.call("list-rect", "Pelvaro.Form1", "ListView1", i)[1::2]
                 colour = lambda: self.session.driver.call("pixel", right - 4, (top + bottom) // 2)
-                e2e.wait_for(lambda: colour() == expected[i], 2, lambda: "row %d ends in %r" % (i, colour()))
+                e2e.wait_for(lambda: colour() == expected[i], 5, lambda: "row %d ends in %r" % (i, colour()))
 
     def test_the_popup_menu_deletes(self):
         self.main.choose_row("ListView1", HOME, "right")
@@ -55,6 +55,7 @@ class MainWindow(Desk):
         self.stays(lambda: not self.session.driver.call("menus"), 0.2)
 
     def test_the_menu_key_opens_the_same_menu(self):
+        self.wait_focus("ListView1")
         self.session.keys("apps")  # without a selected row there is none
         self.stays(lambda: not self.session.driver.call("menus"), 0.2)
         self.session.keys("down")
@@ -88,6 +89,7 @@ class MainWindow(Desk):
         self.assertEqual(self.main.text("statuslbl"), DISCONNECTED)
         self.main.click("Image2")  # it stays usable; without a choice nothing can be dialed
         self.prompt.wait("foreground")
+        self.wait_focus("Text1")
         self.sign_in()
         self.status.wait("foreground")
         self.assertEqual(self.journal("dial"), [])
@@ -110,6 +112,7 @@ class MainWindow(Desk):
         self.open_prompt()
 
     def test_letters_choose_the_entry_that_begins_with_them(self):
+        self.wait_focus("ListView1")
         self.session.keys("w")
         e2e.wait_for(lambda: self.main.list("ListView1")["selected"] == 2, 5, "the row Work is selected")
         self.session.keys("x")  # no entry begins with it
@@ -160,6 +163,7 @@ class MainWindow(Desk):
         self.assertEqual(len(self.journal("dial")), 1)
 
     def test_the_focus_walks_through_every_control(self):
+        self.wait_focus("ListView1")
         self.tab_to("Label6", "Label3", "Image1", "Image3", "ListView1")  # nothing to connect yet
         self.session.keys("down")
         self.main.wait_control("Image2", "enabled")
@@ -208,7 +212,8 @@ class MainWindow(Desk):
         right = self.main.control("ListView1")["rect"][2]
         top, bottom = self.session.driver.call("list-rect", "Pelvaro.Form1", "ListView1", 0)[1::2]
         for x in range(right - 7, right - 2):  # cut in front of the list's edge
-            self.assertEqual(self.session.driver.call("pixel", x, (top + bottom) // 2), [255, 255, 255], x)
+            colour = lambda: self.session.driver.call("pixel", x, (top + bottom) // 2)
+            e2e.wait_for(lambda: colour() == [255, 255, 255], 5, lambda: "at %d it is %r" % (x, colour()))
         for name in names[1:3]:
             self.connect(name)
             self.main.click("Image2")
@@ -227,14 +232,14 @@ class MainWindow(Desk):
         compiled(folder, source)
         loaded = os.path.join(folder, "loaded.txt")
         probe = self.session.run("rundll32.exe", "C:\\planted\\rasapi32.dll,Nothing", directory=folder)
-        e2e.wait_for(lambda: os.path.exists(loaded) and not probe.alive, 10, "the planted library can be loaded")
+        e2e.wait_for(lambda: os.path.exists(loaded) and not probe.alive, 20, "the planted library can be loaded")
         os.remove(loaded)
         copy = os.path.join(folder, "pelvaro.exe")
         shutil.copy(self.exe, copy)
         self.program.stop()
         self.program = self.session.run(copy, directory=folder)
         self.addCleanup(self.program.stop)
-        self.main.wait("visible")
+        self.main.wait("visible", 20)
         self.assertEqual(self.main.rows("ListView1"), [[OFFICE], [HOME], [WORK]])
         self.connect()
         self.assertFalse(os.path.exists(loaded))
@@ -310,7 +315,7 @@ class MissingFunction(e2e.Case):
 
     def test_it_is_named_once_and_the_program_goes_on(self):
         program = self.session.run(os.path.join(e2e.BUILD, "dist", "pelvaro.exe"))
-        box = self.session.answer_box(e2e.OK)
+        box = self.session.answer_box(e2e.OK, limit=20)  # a program that starts has so long everywhere
         self.assertIn("RasEnumConnectionsA", box["text"])
         self.assertIn("rasapi32.dll", box["text"])
         main = self.window("Form1").wait("foreground")
@@ -320,7 +325,7 @@ class MissingFunction(e2e.Case):
         with self.assertRaises(e2e.Failure):  # the poll has asked for it many times by now
             self.session.wait_box(0.5)
         main.click("Label3")
-        e2e.wait_for(lambda: not program.alive, 5, "the program ends")
+        e2e.wait_for(lambda: not program.alive, 20, "the program ends")
         self.assertEqual(program.process.returncode, 0)
 
 
@@ -337,12 +342,12 @@ class MissingLibrary(e2e.Case):
 
     def test_the_program_opens_with_an_empty_list(self):
         program = self.session.run(os.path.join(e2e.BUILD, "dist", "pelvaro.exe"))
-        main = self.window("Form1").wait("foreground")
+        main = self.window("Form1").wait("foreground", 20)
         self.assertEqual(main.rows("ListView1"), [])
         self.assertEqual(main.text("statuslbl"), DISCONNECTED)
         self.assertFalse(main.control("Image2")["enabled"])
         main.click("Label3")
-        e2e.wait_for(lambda: not program.alive, 5, "the program ends")
+        e2e.wait_for(lambda: not program.alive, 20, "the program ends")
         self.assertEqual(program.process.returncode, 0)
 
     def test_a_library_that_is_not_there_is_named_once(self):
@@ -350,7 +355,7 @@ class MissingLibrary(e2e.Case):
         os.rename(library, library + ".away")
         self.addCleanup(os.rename, library + ".away", library)
         program = self.session.run(os.path.join(e2e.BUILD, "dist", "pelvaro.exe"))
-        box = self.session.answer_box(e2e.OK)
+        box = self.session.answer_box(e2e.OK, limit=20)
         self.assertIn("rasapi32.dll", box["text"])
         # Every other function of it is missing too, but that is the same piece of news.
         main = self.window("Form1").wait("foreground")
@@ -358,7 +363,7 @@ class MissingLibrary(e2e.Case):
         with self.assertRaises(e2e.Failure):
             self.session.wait_box(0.3)
         main.click("Label3")
-        e2e.wait_for(lambda: not program.alive, 5, "the program ends")
+        e2e.wait_for(lambda: not program.alive, 20, "the program ends")
 
 
 if __name__ == "__main__":

@@ -134,7 +134,7 @@ class Operators(editor_e2e.Editor):
                 subprocess.run(["i686-w64-mingw32-gcc", "-s", "-o", exe, source], check=True)
         holder = self.session.run(exe, path)
         self.addCleanup(holder.stop)
-        e2e.wait_for(lambda: holder.log().split()[-1:] == ["held"], 5, "the file is held")
+        e2e.wait_for(lambda: holder.log().split()[-1:] == ["held"], 20, "the file is held")
         return holder
 
     # The user.
@@ -159,6 +159,7 @@ class Operators(editor_e2e.Editor):
         self.open_picker()
         self.picker.pick("Combo1", place)
         e2e.wait_for(lambda: self.place() == place, 5, place + " is chosen")
+        self.picker.wait_rows("ListView2", lambda rows: rows and rows[0][0] == place)  # told by a message of its own
         self.double_click(row)
         self.picker.wait("gone")
 
@@ -172,6 +173,7 @@ class Operators(editor_e2e.Editor):
         self.picker.wait_control("Command3", "enabled")
         self.picker.click("Command3")
         self.boxes.wait("foreground")
+        self.wait_focus(BOXES[0])
 
     def fields(self):
         return [self.boxes.text(box) for box in BOXES]
@@ -180,6 +182,8 @@ class Operators(editor_e2e.Editor):
         self.picker.click("Command2")
         self.session.answer_box(e2e.OK, answer)
         self.picker.wait("foreground")
+        if answer == SAVED:
+            self.picker.wait_control("Command4", "enabled")  # the last step, behind the setting; the box goes before
 
     def assert_run_time_error(self, text):
         self.assertEqual(self.session.wait_box()["text"].replace("\r", ""), text)

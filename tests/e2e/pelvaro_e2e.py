@@ -80,6 +80,7 @@ class Process:
     def __init__(self, arguments, log, **options):
         self.log_path = log
         self._log = open(log, "ab")
+        self._begin = self._log.tell()  # behind what earlier programs of the name said
         options.setdefault("stdin", subprocess.DEVNULL)
         options.setdefault("stdout", self._log)
         self.process = subprocess.Popen(arguments, stderr=self._log, **options)
@@ -89,8 +90,9 @@ class Process:
         return self.process.poll() is None
 
     def log(self):
-        with open(self.log_path, errors="replace") as file:
-            return file.read()
+        with open(self.log_path, "rb") as file:
+            file.seek(self._begin)
+            return file.read().decode(errors="replace")
 
     def stop(self, seconds=5):
         for stream in (self.process.stdin, self.process.stdout):
@@ -312,7 +314,7 @@ class Window:
                 return
             self.driver.call("keys", "tab")
             with contextlib.suppress(Failure):  # a window with one control only stays where it is
-                wait_for(lambda: self.driver.call("focus")["focusControl"] != before, 0.5, "the focus moves")
+                wait_for(lambda: self.driver.call("focus")["focusControl"] != before, 5, "the focus moves")
         raise Failure("the focus does not reach %s with Tab" % control)
 
     # What only a program does.
@@ -493,8 +495,8 @@ class Session:
         raise Failure("the menu does not close with Esc")
 
     def _wait_menu_ready(self, limit):
-        self.wait_menu(limit)
-        time.sleep(0.1)  # it is seen a moment before it takes keys
+        self.wait_menu(limit)  # it is seen a moment before it takes keys
+        wait_for(lambda: self.driver.call("focus")["menu"], limit, "the menu takes keys")
 
     def point(self, x, y):
         """Moves the pointer and waits until it stays there: the display may still report an earlier place, and a

@@ -31,11 +31,12 @@ void send(INPUT& event) {
   if (SendInput(1, &event, sizeof event) != 1) throw Refused("the input is refused");
 }
 
-void mouse(DWORD flags, DWORD data = 0) {
+void mouse(DWORD flags, DWORD data = 0, DWORD time = 0) {
   INPUT event = {};
   event.type = INPUT_MOUSE;
   event.mi.dwFlags = flags;
   event.mi.mouseData = data;
+  event.mi.time = time;  // of the event, for the system's own look at the clock 0
   send(event);
 }
 
@@ -106,16 +107,22 @@ void move(POINT to) {
   send(event);
 }
 
-void press(Button button) { mouse(button == Button::left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN); }
+void press(Button button, DWORD time) {
+  mouse(button == Button::left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN, 0, time);
+}
 
-void release(Button button) { mouse(button == Button::left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP); }
+void release(Button button, DWORD time) {
+  mouse(button == Button::left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP, 0, time);
+}
 
 void click(POINT at, Button button, int times) {
   waitUntilSingle(at);
   move(at);
+  // Of one time, so that a busy machine does not make two single clicks of a double one.
+  const DWORD time = GetTickCount();
   for (int i = 0; i < times; ++i) {
-    press(button);
-    release(button);
+    press(button, time);
+    release(button, time);
   }
   lastClick = GetTickCount();
   lastPlace = at;

@@ -10,8 +10,8 @@ enum class Button { left, right };
 
 POINT centre(const RECT& r);
 void move(POINT to);
-void press(Button button);
-void release(Button button);
+void press(Button button, DWORD time = 0);  // the time of the event, 0 for now
+void release(Button button, DWORD time = 0);
 void click(POINT at, Button button, int times);
 void drag(POINT from, POINT to);  // with the left button, in small steps
 void wheel(int notches);          // positive: away from the user

@@ -54,7 +54,8 @@ std::string comboItem(HWND box, WPARAM row) {
   std::wstring wide(static_cast<size_t>(length < 0 ? 0 : length) + 1, L'\0');
   DWORD_PTR got = 0;
   auto where = reinterpret_cast<LPARAM>(wide.data());
-  if (!SendMessageTimeoutW(box, CB_GETLBTEXT, row, where, SMTO_ABORTIFHUNG, 2000, &got)) throw Refused("no answer");
+  if (!SendMessageTimeoutW(box, CB_GETLBTEXT, row, where, SMTO_ABORTIFHUNG, kAnswerTime, &got))
+    throw Refused("no answer");
   const int bytes = WideCharToMultiByte(CP_ACP, 0, wide.c_str(), -1, nullptr, 0, nullptr, nullptr);
   std::string item(static_cast<size_t>(bytes), '\0');
   WideCharToMultiByte(CP_ACP, 0, wide.c_str(), -1, item.data(), bytes, nullptr, nullptr);

@@ -43,7 +43,7 @@ std::string controlName(HWND window) {
 
 LRESULT ask(HWND window, UINT message, WPARAM w, LPARAM l) {
   DWORD_PTR result = 0;
-  if (!SendMessageTimeoutA(window, message, w, l, SMTO_ABORTIFHUNG, 2000, &result))
+  if (!SendMessageTimeoutA(window, message, w, l, SMTO_ABORTIFHUNG, kAnswerTime, &result))
     throw Refused("no answer from " + className(window) + " " + controlName(window));
   return static_cast<LRESULT>(result);
 }

@@ -19,7 +19,9 @@ std::string windowText(HWND window);   // by WM_GETTEXT, so that controls answer
 RECT screenRect(HWND window);
 bool isGone(HWND window);
 
-// A message to another process that is given up after two seconds; throws Refused then.
+constexpr UINT kAnswerTime = 10000;  // milliseconds that an answer is waited for
+
+// A message to another process; throws Refused when it does not answer.
 LRESULT ask(HWND window, UINT message, WPARAM w = 0, LPARAM l = 0);
 
 std::vector<HWND> topLevels(const std::string& classPrefix);
