@@ -147,6 +147,12 @@ TEST_F(EntryList, AConnectionIsUpOnlyUnderExactlyItsName) {
   EXPECT_EQ(journal.lines().front(), "RasEnumConnections 105472");
 }
 
+TEST_F(EntryList, AConnectionWithANameOfOneByteIsUp) {
+  plantConnections(ras, {"x", "W"});
+  EXPECT_TRUE(ActiveConnections(ras).isUp("W"));
+  EXPECT_FALSE(ActiveConnections(ras).isUp("w"));
+}
+
 TEST_F(EntryList, ConnectionNamesOf256And257BytesAreCompared) {
   const std::string full(257, 'n');
   plantConnections(ras, {full});

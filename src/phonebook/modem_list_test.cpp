@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <vector>
 
 #include "platform/fake/fake_dial_service.h"
@@ -92,6 +93,18 @@ TEST_F(FillModemListTest, CountOfTheFirstCallIsUsedWhateverTheSecondWrites) {
   countAfterwards = 3;
   fill();
   EXPECT_EQ(listed, (Lines{"One", "Two"}));
+}
+
+TEST_F(FillModemListTest, AServiceThatNamesNoCountHasNoDevices) {
+  plant({{"modem", "Nokia"}});
+  ras.onEnumDevices = [this](void* buffer, std::uint32_t* size, std::uint32_t*) -> std::uint32_t {
+    *size = bytesNamed;
+    if (!buffer) return firstResult;
+    std::memcpy(buffer, records.data(), records.size());
+    return 0;
+  };
+  Module1::FillModemList(ras, dialogs, *this, [this](const std::string& name) { listed.push_back(name); });
+  EXPECT_EQ(listed, Lines{});
 }
 
 TEST_F(FillModemListTest, OnlyTheFirstRecordSaysItsSize) {
