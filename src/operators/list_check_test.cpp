@@ -35,6 +35,7 @@ TEST(CheckList, FindsNothingInAGoodList) {
   EXPECT_EQ(faultsOf(scrambled(kGood) + scrambled(kGood)), Faults());
   EXPECT_EQ(checkList(scrambled(kGood) + scrambled(kGood), [](auto...) {}), 1u);
   EXPECT_EQ(faultsOfLine("\2" + pairs() + "\0"s), Faults());
+  EXPECT_EQ(faultsOf(scrambled(kGood) + scrambled("a city,b c,d,e,f,g,h,i,j,k,l")), Faults()) << "with blanks";
 }
 
 TEST(CheckList, MissesTheHeaderOfAnEmptyFile) {
