@@ -12,7 +12,7 @@
 
 #include "alternating.h"
 #include "devices/reply.h"
-#include "driver_machine.h"
+#include "drivers/fake_machine.h"
 #include "limits.h"
 #include "monitor/traffic.h"
 #include "operators/mod_encrypt.h"
@@ -180,9 +180,9 @@ void measureReplies(Limits& limits) {
 
 void measureDrivers(Limits& limits) {
   judgeGrowth(limits, "files of a driver installed", fourTimes(1), [](std::size_t count) {
-    const auto machine = std::make_shared<DriverMachine>();
+    const auto machine = std::make_shared<drivers::FakeMachine>();
     for (std::size_t i = 0; i < count; ++i) {
-      machine->files.contents[DriverMachine::kPackage + std::to_string(i) + ".sys"] = "driver";
+      machine->files.contents[drivers::FakeMachine::kPackage + std::to_string(i) + ".sys"] = "driver";
     }
     return [machine] {
       machine->installer.install("06");

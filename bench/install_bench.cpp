@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "alternating.h"
-#include "driver_machine.h"
+#include "drivers/fake_machine.h"
 #include "limits.h"
 
 namespace {
@@ -12,7 +12,7 @@ using namespace pelvaro;
 
 constexpr int kRounds = 31;
 
-struct Machine : DriverMachine {
+struct Machine : drivers::FakeMachine {
   std::vector<std::string> systemFiles, informationFiles;
 
   Machine() {

@@ -4,11 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/runtime_error.h"
-#include "platform/fake/fake_dialogs.h"
-#include "platform/fake/fake_files.h"
-#include "platform/fake/fake_processes.h"
-#include "platform/fake/fake_system.h"
-#include "platform/fake/headless_desktop.h"
+#include "drivers/fake_machine.h"
 
 namespace pelvaro::drivers {
 namespace {
@@ -21,22 +17,7 @@ constexpr const char* kModem =
     "MessageBox 4 Restart is needed to take effect. Are you sure to restart now? Please manually add the modem after "
     "restart.";
 
-struct Installing : testing::Test {
-  fake::Journal journal;
-  fake::FakeDialogs dialogs{journal};
-  fake::FakeEnvironment environment;
-  fake::HeadlessDesktop desktop;
-  fake::FakeFiles files{journal};
-  fake::FakeProcesses processes{journal};
-  fake::FakeShutdown shutdown{journal};
-  Installer installer{{dialogs, environment, desktop, files, processes, shutdown}};
-
-  Installing() {
-    environment.variables = {{"os", "Windows_NT"}, {"windir", "C:\\WINDOWS"}, {"programfiles", "C:\\Programs"}};
-    installer.findFolders();
-    files.folders = {"C:\\WINDOWS\\SYSTEM32\\drivers"};
-    dialogs.onMessage = [](const std::string&) { return kAnswerNo; };
-  }
+struct Installing : testing::Test, FakeMachine {
   void put(const std::string& folder, const Lines& names) {
     for (const std::string& name : names) files.contents[installer.commonPath + folder + "\\" + name] = name;
   }

@@ -10,9 +10,9 @@
 #include "platform/fake/fake_system.h"
 #include "platform/fake/headless_desktop.h"
 
-namespace pelvaro {
+namespace pelvaro::drivers {
 
-struct DriverMachine {
+struct FakeMachine {
   static constexpr const char* kPackage = "C:\\Programs\\corvanti\\common\\driver\\NK-A01\\";  // of the code "06"
   static constexpr const char* kDrivers = "C:\\WINDOWS\\SYSTEM32\\drivers\\";
 
@@ -23,9 +23,9 @@ struct DriverMachine {
   fake::FakeFiles files{journal};
   fake::FakeProcesses processes{journal};
   fake::FakeShutdown shutdown{journal};
-  drivers::Installer installer{{dialogs, environment, desktop, files, processes, shutdown}};
+  Installer installer{{dialogs, environment, desktop, files, processes, shutdown}};
 
-  DriverMachine() {
+  FakeMachine() {
     environment.variables = {{"os", "Windows_NT"}, {"windir", "C:\\WINDOWS"}, {"programfiles", "C:\\Programs"}};
     files.folders = {"C:\\WINDOWS\\SYSTEM32\\drivers"};
     dialogs.onMessage = [](const std::string&) { return kAnswerNo; };
@@ -33,4 +33,4 @@ struct DriverMachine {
   }
 };
 
-}  // namespace pelvaro
+}  // namespace pelvaro::drivers
