@@ -108,7 +108,6 @@ TEST_F(EntryList, AServiceThatWantsTheSizeItWasGivenIsNotAskedAgain) {
 
 TEST_F(EntryList, ASecondCallThatNamesNoCountHasNothing) {
   ras.onEnumEntries = [](void*, std::uint32_t* size, std::uint32_t* count) {
-    if (*count != 0) return 1u;
     if (*size > 264 * 256) return 0u;
     *size = 264 * 300;
     *count = 300;
