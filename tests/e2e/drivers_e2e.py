@@ -48,6 +48,17 @@ desk.FORMS["frmDriver"] = ("Pelvaro - Drivers", (376, 232), {
 })
 
 
+def take(session, form, brand, model):
+    """Chooses a phone in the driver window, by message."""
+    # The brand is told by a message that may come late and chooses a model itself, also when it was chosen before.
+    session.driver.call("send", form.name, "Combo2", CB_SETCURSEL, -1)
+    form.pick("Combo1", brand)
+    form.wait_text("Combo2", OTHER)
+    e2e.wait_for(lambda: model in form.combo("Combo2")["items"], 5, model + " is listed")
+    form.pick("Combo2", model)
+    form.wait_text("driverlbl", "Yes")
+
+
 class Installing(Editor):
     """What the classes below share. Every test begins without settings, without driver files, with the editor open."""
 
@@ -84,14 +95,7 @@ class Installing(Editor):
         self.form.wait("foreground")
 
     def take(self, brand, model):
-        """Chooses a phone, by message."""
-        # The brand is told by a message that may come late and chooses a model itself, also when it was chosen before.
-        self.session.driver.call("send", self.form.name, "Combo2", CB_SETCURSEL, -1)
-        self.form.pick("Combo1", brand)
-        self.form.wait_text("Combo2", OTHER)
-        e2e.wait_for(lambda: model in self.models(), 5, model + " is listed")
-        self.form.pick("Combo2", model)
-        self.form.wait_text("driverlbl", "Yes")
+        take(self.session, self.form, brand, model)
 
     def install(self, brand, model):
         """Up to the first question that the installation itself asks."""

@@ -83,13 +83,7 @@ class Strong(operators_e2e.Operators):
         self.editor.wait("visible")
         self.editor.push("Image2")
         self.form.wait("visible")
-        # The brand is told by a message that may come late and chooses a model itself, also when it was chosen before.
-        self.session.driver.call("send", self.form.name, "Combo2", drivers_e2e.CB_SETCURSEL, -1)
-        self.form.pick("Combo1", brand)
-        self.form.wait_text("Combo2", drivers_e2e.OTHER)
-        e2e.wait_for(lambda: model in self.form.combo("Combo2")["items"], 5, "the phone is listed")
-        self.form.pick("Combo2", model)
-        self.form.wait_text("driverlbl", "Yes")
+        drivers_e2e.take(self.session, self.form, brand, model)
         self.form.push("Command1")
         self.session.wait_box()
 
