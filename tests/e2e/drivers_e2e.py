@@ -507,9 +507,13 @@ class Restarting(Installing):
 
     def test_restarting_now_ends_the_session(self):
         other = self.session.run(os.path.join(e2e.TOOLS, "e2e_selftest.exe"))
-        self.window("Selftest").wait("visible")
-        self.session.driver.call("activate", self.editor.name)
-        self.editor.wait("foreground")
+        self.window("Selftest").wait("foreground")  # where it comes by itself, maybe after it is seen
+
+        def in_front():
+            self.session.driver.call("activate", self.editor.name)
+            return self.session.driver.call("focus")["foreground"] == self.editor.name
+
+        e2e.wait_for(in_front, 10, "the editor is in front again")
         self.lay(DRIVERS, "ss_cable.sys")
         self.install("Samsung", "D410")
         self.session.wait_box()
