@@ -304,7 +304,6 @@ class Dialing(Desk):
         self.assertEqual(len(self.session.windows()), 4)
 
     def test_without_a_mouse(self):
-        self.wait_focus("ListView1")
         self.session.keys("down", "down", "up", "down")
         e2e.wait_for(lambda: self.main.list("ListView1")["selected"] == 1, 5, "the second row is selected")
         self.main.wait_control("Image2", "enabled")

@@ -55,7 +55,6 @@ class MainWindow(Desk):
         self.stays(lambda: not self.session.driver.call("menus"), 0.2)
 
     def test_the_menu_key_opens_the_same_menu(self):
-        self.wait_focus("ListView1")
         self.session.keys("apps")  # without a selected row there is none
         self.stays(lambda: not self.session.driver.call("menus"), 0.2)
         self.session.keys("down")
@@ -112,7 +111,6 @@ class MainWindow(Desk):
         self.open_prompt()
 
     def test_letters_choose_the_entry_that_begins_with_them(self):
-        self.wait_focus("ListView1")
         self.session.keys("w")
         e2e.wait_for(lambda: self.main.list("ListView1")["selected"] == 2, 5, "the row Work is selected")
         self.session.keys("x")  # no entry begins with it
@@ -163,7 +161,6 @@ class MainWindow(Desk):
         self.assertEqual(len(self.journal("dial")), 1)
 
     def test_the_focus_walks_through_every_control(self):
-        self.wait_focus("ListView1")
         self.tab_to("Label6", "Label3", "Image1", "Image3", "ListView1")  # nothing to connect yet
         self.session.keys("down")
         self.main.wait_control("Image2", "enabled")

@@ -60,7 +60,8 @@ void FormWindow::moveBy(int dx, int dy) {
 }
 
 Place FormWindow::place() {
-  POINT corner{areaOf(window_).left, areaOf(window_).top};
+  const RECT own = areaOf(window_);
+  POINT corner{own.left, own.top};
   if (::IsIconic(window_)) {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
